@@ -1,0 +1,18 @@
+# Native build: the portable code, its tests, benchmarks and fuzz targets.
+find_package(GTest REQUIRED)
+
+file(GLOB_RECURSE QUILLET_TEST_SOURCES CONFIGURE_DEPENDS tests/*.cpp)
+list(FILTER QUILLET_TEST_SOURCES EXCLUDE REGEX "/tests/win/")
+add_executable(quillet_tests ${QUILLET_TEST_SOURCES})
+target_include_directories(quillet_tests PRIVATE tests)
+target_link_libraries(quillet_tests PRIVATE quillet_portable GTest::gtest_main)
+target_compile_options(quillet_tests PRIVATE ${QUILLET_WARNINGS})
+include(GoogleTest)
+gtest_discover_tests(quillet_tests DISCOVERY_TIMEOUT 60)
+
+if(EXISTS ${CMAKE_SOURCE_DIR}/bench/CMakeLists.txt AND NOT QUILLET_FUZZ)
+  add_subdirectory(bench)
+endif()
+if(QUILLET_FUZZ AND EXISTS ${CMAKE_SOURCE_DIR}/fuzz/CMakeLists.txt)
+  add_subdirectory(fuzz)
+endif()

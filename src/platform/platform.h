@@ -1,0 +1,20 @@
+// The services a form may use, handed to it at construction.
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/drives.h"
+#include "platform/process.h"
+#include "platform/settings_store.h"
+
+namespace quillet {
+
+struct Platform {
+  SettingsStore& settings;
+  DriveService& drives;
+  ProcessService& process;
+  ClockService& clock;
+  DialogService& dialogs;
+};
+
+}  // namespace quillet

@@ -1,0 +1,282 @@
+#include "shell/Form1.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <optional>
+
+#include "core/units.h"
+#include "core/value.h"
+#include "drives/drive_scan.h"
+#include "shell/TimeMod.h"
+#include "shell/settings.h"
+
+namespace quillet {
+namespace {
+
+constexpr int kNarrowWidth = 2350;
+constexpr int kWideWidth = 2640;
+constexpr int kMinimumPeriodSeconds = 15;
+
+FormArgs Form1Args() {
+  FormArgs args;
+  args.name = "Form1";
+  args.bounds = {1320, 5655, 2340, 2790};
+  args.border = false;
+  args.show_in_taskbar = false;
+  args.colour_key = true;
+  args.back_color = kKeyColour;
+  return args;
+}
+
+// A statement whose failure has no effect: the next one runs.
+template <class F>
+void PassOver(F&& statement) {
+  try {
+    statement();
+  } catch (...) {
+  }
+}
+
+// A number given as text where a property wants one: the whole text must be a number.
+std::optional<double> StrictNumber(std::string_view text) {
+  const std::string trimmed = Trim(text);
+  if (trimmed.empty()) return std::nullopt;
+  char* end = nullptr;
+  const double value = std::strtod(trimmed.c_str(), &end);
+  if (end == nullptr || *end != '\0' || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+}  // namespace
+
+Form1::Form1(Ui& ui, Platform& platform)
+    : Form(ui, Form1Args()),
+      Timer1(ui.Timers(), 30000, true),
+      Timer2(ui.Timers(), 60000, true),
+      Timer3(ui.Timers(), 2000, false),
+      Timer4(ui.Timers(), 2000, false),
+      Timer5(ui.Timers(), 1000, false),
+      Timer6(ui.Timers(), 100, false),
+      Caption1("Caption1", {60, 330, 2025, 180}, "UpTime"),
+      Image5("Image5", {2340, 720, 315, 945}, false),
+      Image9("Image9", {2350, 730, 300, 310}, false),
+      CaptionL(
+          std::make_unique<Label>("CaptionL", TwipsRect{510, -195, 1815, 720}, "", false),
+          [](const Label& t, int) {
+            auto copy = std::make_unique<Label>("CaptionL", t.Bounds(), t.Caption(), false);
+            copy->SetFont(t.Font());
+            copy->SetForeColor(t.ForeColor());
+            return copy;
+          },
+          [this](Label& l) { AddVisual(l); }, [this](Label& l) { RemoveVisual(l); }),
+      platform_(platform) {
+  WireHiddenControls();
+  WireVisuals();
+}
+
+Form1::~Form1() {
+  RemoveVisual(Caption1);
+  RemoveVisual(Image5);
+  RemoveVisual(Image9);
+}
+
+std::string Form1::Setting(std::string_view key, std::string_view fallback) {
+  return GetSetting(platform_, Name(), key, fallback);
+}
+
+void Form1::Save(std::string_view key, std::string_view value) { SaveSetting(platform_, Name(), key, value); }
+
+void Form1::WireHiddenControls() {
+  Text2.on_change = [this] {
+    PassOver([&] {
+      const auto ms = TruncateToInt32(Val(Text2.Text()) * 1000);
+      if (ms && *ms >= 0) Timer1.SetInterval(static_cast<std::uint32_t>(*ms));
+    });
+    Save("Timer", Text2.Text());
+  };
+  Text3.on_change = [this] { Save("HH", Text3.Text()); };
+  Text4.on_change = [this] {
+    PassOver([&] {
+      if (Text4.Text() != "T") {
+        Caption1.SetBackStyle(2);
+        const auto colour = StrictNumber(Text4.Text());
+        if (colour) {
+          if (const auto c = ToInt32(*colour)) Caption1.SetBackColor(static_cast<Colour>(*c));
+        }
+      } else {
+        Caption1.SetBackStyle(0);
+      }
+    });
+    Save("COLOR", Text4.Text());
+  };
+  Text6.on_change = [this] { Save("launch", Text6.Text()); };
+  Text_THEME.on_change = [this] { Save("THEME", Text_THEME.Text()); };
+  Text_ND.on_change = [this] {
+    if (!Text_ND.Text().empty()) Check2.SetValue(Text_ND.Text() != Caption() ? 1 : 0);
+  };
+  Check4.on_click = [this] {
+    Timer4.SetEnabled(Check4.Value() != 1);
+    Save("dock", DecimalText(Check4.Value()));
+  };
+  Check6.on_click = [this] { Save("iupdate", DecimalText(Check6.Value())); };
+  Command1.on_click = [this] { Command1_Click(); };
+  Timer1.on_timer = [this] { ui().Guard([this] { Timer1_Timer(); }); };
+  Timer2.on_timer = [this] { ui().Guard([this] { Timer2_Timer(); }); };
+}
+
+void Form1::WireVisuals() {
+  AddVisual(Caption1);
+  AddVisual(Image5);
+  AddVisual(Image9);
+  Image5.SetToolTipText("DClick Minimized");
+  Image5.on_mouse_move = [this](const MouseArgs& a) { DragMove(image5_grab_, a); };
+  Image5.on_dbl_click = [this] { Image5_DblClick(); };
+  Caption1.on_mouse_move = [this](const MouseArgs& a) { DragMove(caption1_grab_, a); };
+  Image9.on_click = [this] { Image9_Click(); };
+}
+
+void Form1::Form_Load() {
+  if (platform_.process.PreviousInstance()) {
+    platform_.dialogs.MessageBox("Previous Instance Already Open", kOkOnly | kInformation, "Information");
+    ui().EndAtOnce();
+    return;
+  }
+  PassOver([&] { SetBackColor(kKeyColour); });
+  PassOver([&] { SetWidth(kNarrowWidth); });
+  LoadSettings();
+  PassOver([&] { SetCaption(DecimalText(CaptionL.Count() - 1)); });
+  PassOver([&] { Command1.Press(); });
+  PassOver([&] { Caption1.SetCaption(FormatUptime(static_cast<std::int32_t>(platform_.clock.TickCount()), 3)); });
+  PassOver([&] {
+    if (Setting("LB").empty()) Save("LB", "E");
+  });
+  PassOver([&] {
+    if (Setting("Hotkey") == "1") Timer6.SetEnabled(true);
+  });
+  PassOver([&] {
+    if (Setting("frmTop", SingleText(static_cast<float>(Top()))).empty()) {
+      SetTop(0);
+      SetLeft(0);
+    }
+  });
+  PassOver([&] { ApplyPinMode(); });
+}
+
+void Form1::LoadSettings() {
+  PassOver([&] {
+    if (const auto top = ToInt32(Val(Setting("frmTop", SingleText(static_cast<float>(Top())))))) SetTop(*top);
+  });
+  PassOver([&] {
+    if (const auto left = ToInt32(Val(Setting("frmLeft", SingleText(static_cast<float>(Left())))))) SetLeft(*left);
+  });
+  PassOver([&] { Text2.SetText(NumberText(Val(Setting("Timer", Text2.Text())))); });
+  PassOver([&] {
+    Font font = CaptionL(0).Font();
+    if (const auto name = Setting("Font"); !name.empty()) font.name = name;
+    if (const auto size = StrictNumber(Setting("FontSize")); size && *size > 0) font.size = *size;
+    const auto bold = Setting("FontBold");
+    if (bold == "Normal") font.bold = false;
+    if (bold == "Bold") font.bold = true;
+    CaptionL(0).SetFont(font);
+  });
+  PassOver([&] { Text3.SetText(Setting("HH", Text3.Text())); });
+  PassOver([&] { Text4.SetText(Setting("COLOR", Text4.Text())); });
+  PassOver([&] {
+    if (Val(Setting("launch")) < 1) Save("launch", "1");
+    Text6.SetText(Setting("launch", Text6.Text()));
+  });
+  PassOver([&] {
+    if (Val(Setting("SS")) == 1) Timer1.SetEnabled(false);
+  });
+  PassOver([&] {
+    const auto theme = Setting("THEME");
+    Text_THEME.SetText(theme.empty() ? "NORMAL" : theme);
+  });
+  // Every period under the floor, also one chosen before, reverts to 30 seconds.
+  PassOver([&] {
+    if (Val(Text2.Text()) < kMinimumPeriodSeconds) Text2.SetText("30");
+  });
+}
+
+void Form1::ApplyPinMode() {
+  const auto pt = Setting("pt");
+  if (pt.empty()) return;
+  const auto mode = ToInt16(Val(pt));
+  if (!mode) return;
+  pin_mode_ = *mode;
+  if (pin_mode_ == 2) SetWidth(kWideWidth);
+}
+
+void Form1::Command1_Click() {
+  PassOver([&] { SetCaption(Text_ND.Text()); });
+  PassOver([&] { Text_ND.SetText(""); });
+  PassOver([&] { BuildDriveList(GetDriveStrings()); });
+}
+
+void Form1::Timer1_Timer() {
+  SetCaption(DecimalText(CaptionL.Count() - 1));
+  Command1.Press();
+}
+
+void Form1::Timer2_Timer() {
+  Caption1.SetCaption(FormatUptime(static_cast<std::int32_t>(platform_.clock.TickCount()), 3));
+}
+
+std::string Form1::GetDriveStrings() { return quillet::GetDriveStrings(platform_.drives); }
+
+void Form1::BuildDriveList(std::string_view raw) {
+  Text1.SetText("");
+  const DriveScan scan = ScanDrives(
+      raw, platform_.drives, [this] { return Text3.Text(); }, [this] { ui().DoEvents(); });
+  Text1.SetText(scan.list);
+  Text_ND.SetText(DecimalText(scan.count));
+}
+
+ByteCount Form1::GetDiskSpace(std::string_view drive, bool want_free) {
+  return quillet::GetDiskSpace(platform_.drives, drive, want_free);
+}
+
+bool Form1::IsHomeDrive(std::string_view drive) { return quillet::IsHomeDrive(platform_.process, drive); }
+
+void Form1::SavePosition() {
+  if (GetWindowState() != kNormal) return;
+  Save("frmTop", SingleText(static_cast<float>(Top())));
+  Save("frmLeft", SingleText(static_cast<float>(Left())));
+}
+
+void Form1::DragMove(DragHandle& handle, const MouseArgs& args) {
+  if (args.button == 0) {
+    handle.x = static_cast<std::int16_t>(args.x);
+    handle.y = static_cast<std::int16_t>(args.y);
+    SavePosition();
+  } else if (args.button == kLeftButton) {
+    Move({Left() + args.x - handle.x, Top() + args.y - handle.y, Width(), Height()});
+  }
+}
+
+void Form1::Form_Unload() { SavePosition(); }
+
+void Form1::Form_Resize() {
+  if (GetWindowState() == kMinimized) {
+    Hide();
+    in_tray_ = true;
+  }
+}
+
+void Form1::Form_Close() { ExitProgram(false); }
+
+void Form1::Image5_DblClick() { SetWindowState(kMinimized); }
+
+void Form1::Image9_Click() { ExitProgram(true); }
+
+void Form1::ExitProgram(bool from_exit_button) {
+  if (from_exit_button) Timer1.SetEnabled(false);
+  in_tray_ = false;
+  if (GetWindowState() == kNormal) {
+    Save("frmTop", SingleText(static_cast<float>(Top())));
+    Save("frmLeft", SingleText(static_cast<float>(Left())));
+  }
+  ui().EndProgram();
+}
+
+}  // namespace quillet

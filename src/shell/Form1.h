@@ -1,0 +1,76 @@
+// The side bar: the program's first window and the owner of all others.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/byte_count.h"
+#include "platform/platform.h"
+#include "ui/control_array.h"
+#include "ui/form.h"
+#include "ui/hidden_controls.h"
+#include "ui/timer.h"
+#include "ui/visual.h"
+
+namespace quillet {
+
+class Form1 : public Form {
+ public:
+  Form1(Ui& ui, Platform& platform);
+  ~Form1() override;
+
+  // Shared operations other windows call.
+  ByteCount GetDiskSpace(std::string_view drive, bool want_free);
+  std::string GetDriveStrings();
+  void BuildDriveList(std::string_view raw);
+  bool IsHomeDrive(std::string_view drive);
+  void SavePosition();
+  std::int16_t PinMode() const { return pin_mode_; }
+  bool InTray() const { return in_tray_; }
+
+  // Hidden controls: the program's shared variables.
+  HiddenTextBox Text1, Text2, Text3, Text4, Text5, Text6{"1"}, Text8, Text_ND{"0"}, Text_THEME;
+  HiddenCheckBox Check2, Check4, Check6;
+  HiddenCommand Command1{"Get Active Logical Drives"};
+  HiddenCommand Command2{"Recall"};
+  HiddenCommand Command4{"Unload Label"};
+
+  Timer Timer1, Timer2, Timer3, Timer4, Timer5, Timer6;
+
+  Label Caption1;
+  Image Image5;  // handle strip
+  Image Image9;  // exit button of the handle strip
+  ControlArray<Label> CaptionL;
+
+ protected:
+  void Form_Load() override;
+  void Form_Unload() override;
+  void Form_Resize() override;
+  void Form_Close() override;
+
+ private:
+  void WireHiddenControls();
+  void WireVisuals();
+  void LoadSettings();
+  void ApplyPinMode();
+  void Command1_Click();
+  void Timer1_Timer();
+  void Timer2_Timer();
+  void Image5_DblClick();
+  void Image9_Click();
+  // The two handles keep their own grab point.
+  struct DragHandle {
+    std::int16_t x = 0, y = 0;
+  };
+  void DragMove(DragHandle& handle, const MouseArgs& args);
+  void ExitProgram(bool from_exit_button);
+  std::string Setting(std::string_view key, std::string_view fallback = {});
+  void Save(std::string_view key, std::string_view value);
+
+  Platform& platform_;
+  DragHandle image5_grab_, caption1_grab_;
+  std::int16_t pin_mode_ = 0;
+  bool in_tray_ = false;
+};
+
+}  // namespace quillet

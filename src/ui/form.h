@@ -1,0 +1,108 @@
+// A window of the program as a portable object. The host makes it real
+// through a FormPeer; the form paints and hit-tests its windowless controls.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/units.h"
+#include "ui/mouse.h"
+#include "ui/painter.h"
+#include "ui/ui.h"
+#include "ui/visual.h"
+
+namespace quillet {
+
+enum WindowState : int { kNormal = 0, kMinimized = 1, kMaximized = 2 };
+
+struct FormArgs {
+  std::string name;
+  TwipsRect bounds;
+  bool border = true;          // false: no title bar, no system menu
+  bool show_in_taskbar = true;
+  bool colour_key = false;     // pixels of kKeyColour are see-through
+  Colour back_color = Rgb(240, 240, 240);
+};
+
+enum class MouseEventKind { kDown, kMove, kUp, kDblClick };
+
+class Form {
+ public:
+  Form(Ui& ui, FormArgs args);
+  virtual ~Form();
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  const std::string& Name() const { return args_.name; }
+  const FormArgs& Args() const { return args_; }
+  Ui& ui() { return ui_; }
+
+  // Loading creates the window and runs Form_Load; showing loads first.
+  void Load();
+  void Show();
+  void Hide();
+  void Unload();
+  bool Loaded() const { return peer_ != nullptr; }
+  bool Visible() const { return visible_; }
+
+  int Left() const { return bounds_.left; }
+  int Top() const { return bounds_.top; }
+  int Width() const { return bounds_.width; }
+  int Height() const { return bounds_.height; }
+  const TwipsRect& Bounds() const { return bounds_; }
+  void SetLeft(int twips);
+  void SetTop(int twips);
+  void SetWidth(int twips);
+  void SetHeight(int twips);
+  // Sets all four at once; the host moves the window once.
+  void Move(TwipsRect bounds);
+
+  int GetWindowState() const { return window_state_; }
+  void SetWindowState(int state);
+  Colour BackColor() const { return back_color_; }
+  void SetBackColor(Colour colour);
+  // The title text; forms without a title bar may keep a value in it.
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string caption) { caption_ = std::move(caption); }
+
+  // Controls in z-order, back to front.
+  void AddVisual(Visual& visual);
+  void RemoveVisual(Visual& visual);
+  void BringToFront(Visual& visual);
+  const std::vector<Visual*>& Visuals() const { return visuals_; }
+
+  void Invalidate();
+  void Paint(Painter& painter) const;
+  // Mouse input from the host, at form client coordinates in twips.
+  void DispatchMouse(MouseEventKind kind, const MouseArgs& args);
+  // The topmost visible control at a point, or null.
+  Visual* HitTest(int x, int y) const;
+  // The host asks the form to close (the system menu, the session).
+  void RequestClose();
+
+ protected:
+  virtual void Form_Load() {}
+  virtual void Form_Unload() {}
+  virtual void Form_Resize() {}
+  // Closing a form by the system; the default unloads it.
+  virtual void Form_Close() { Unload(); }
+
+ private:
+  void BoundsChanged();
+  void DispatchTo(Visual& visual, MouseEventKind kind, MouseArgs args);
+
+  Ui& ui_;
+  FormArgs args_;
+  TwipsRect bounds_;
+  bool visible_ = false;
+  int window_state_ = kNormal;
+  Colour back_color_;
+  std::string caption_;
+  std::vector<Visual*> visuals_;
+  Visual* captured_ = nullptr;
+  Visual* pressed_ = nullptr;
+  std::unique_ptr<FormPeer> peer_;
+};
+
+}  // namespace quillet

@@ -1,0 +1,72 @@
+// The host a form runs in: windows, timers, the event queue, the screen.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/units.h"
+#include "ui/timer_service.h"
+
+namespace quillet {
+
+class Form;
+
+// The host's side of one loaded form; the form tells it what changed.
+class FormPeer {
+ public:
+  virtual ~FormPeer() = default;
+  virtual void BoundsChanged() = 0;
+  virtual void VisibleChanged() = 0;
+  virtual void WindowStateChanged() = 0;
+  virtual void Invalidate() = 0;
+};
+
+struct ScreenInfo {
+  int width_twips = 0;
+  int height_twips = 0;
+  double twips_per_pixel = 15.0;
+};
+
+class Ui {
+ public:
+  virtual ~Ui() = default;
+  virtual std::unique_ptr<FormPeer> CreatePeer(Form& form) = 0;
+  virtual TimerService& Timers() = 0;
+  // Runs the events that are waiting, then returns.
+  virtual void DoEvents() = 0;
+  virtual ScreenInfo Screen() = 0;
+  // Shows an error that escaped a handler; the program goes on.
+  virtual void ReportError(std::string_view what) = 0;
+
+  // Unloads every loaded form and ends the event loop.
+  void EndProgram();
+  // Ends the event loop at once: no form hears of it.
+  void EndAtOnce();
+  bool Ended() const { return ended_; }
+  const std::vector<Form*>& OpenForms() const { return open_forms_; }
+
+  // Runs a handler; an exception is reported and goes no further.
+  template <class F>
+  void Guard(F&& handler) noexcept {
+    try {
+      handler();
+    } catch (const std::exception& e) {
+      ReportNoThrow(e.what());
+    } catch (...) {
+      ReportNoThrow("Unknown error");
+    }
+  }
+
+ protected:
+  virtual void QuitEventLoop() = 0;
+
+ private:
+  friend class Form;
+  void ReportNoThrow(std::string_view what) noexcept;
+  std::vector<Form*> open_forms_;
+  bool ended_ = false;
+};
+
+}  // namespace quillet

@@ -1,0 +1,65 @@
+#include "ui/visual.h"
+
+#include <cmath>
+
+#include "ui/form.h"
+
+namespace quillet {
+
+Visual::Visual(std::string name, TwipsRect bounds, bool visible)
+    : name_(std::move(name)), bounds_(bounds), visible_(visible) {}
+
+void Visual::SetLeft(int twips) { bounds_.left = twips; Changed(); }
+void Visual::SetTop(int twips) { bounds_.top = twips; Changed(); }
+void Visual::SetWidth(int twips) { bounds_.width = twips; Changed(); }
+void Visual::SetHeight(int twips) { bounds_.height = twips; Changed(); }
+void Visual::Move(TwipsRect bounds) { bounds_ = bounds; Changed(); }
+
+void Visual::SetVisible(bool visible) {
+  if (visible_ == visible) return;
+  visible_ = visible;
+  Changed();
+}
+
+void Visual::Changed() {
+  if (form_ != nullptr) form_->Invalidate();
+}
+
+Image::Image(std::string name, TwipsRect bounds, bool stretch, bool visible)
+    : Visual(std::move(name), bounds, visible), stretch_(stretch) {}
+
+void Image::SetPicture(PicturePtr picture, double twips_per_pixel) {
+  picture_ = std::move(picture);
+  if (!stretch_ && picture_) {
+    SetWidth(static_cast<int>(std::lround(picture_->width * twips_per_pixel)));
+    SetHeight(static_cast<int>(std::lround(picture_->height * twips_per_pixel)));
+  }
+  Changed();
+}
+
+void Image::Paint(Painter& painter) const {
+  if (picture_) painter.DrawPicture(*picture_, Bounds());
+}
+
+Label::Label(std::string name, TwipsRect bounds, std::string caption, bool visible)
+    : Visual(std::move(name), bounds, visible), caption_(std::move(caption)) {}
+
+void Label::SetCaption(std::string caption) {
+  if (caption == caption_) return;
+  caption_ = std::move(caption);
+  Changed();
+}
+
+void Label::SetFont(quillet::Font font) { font_ = std::move(font); Changed(); }
+void Label::SetForeColor(Colour colour) { fore_ = colour; Changed(); }
+void Label::SetAlignment(TextAlign align) { align_ = align; Changed(); }
+
+void Label::SetBackStyle(int style) { back_style_ = style; Changed(); }
+void Label::SetBackColor(Colour colour) { back_ = colour; Changed(); }
+
+void Label::Paint(Painter& painter) const {
+  if (back_style_ != 0) painter.FillRect(Bounds(), back_);
+  painter.DrawText(Bounds(), caption_, font_, fore_, align_);
+}
+
+}  // namespace quillet

@@ -1,0 +1,99 @@
+#include "fakes/fake_platform.h"
+
+#include <cctype>
+
+namespace quillet::testing {
+namespace {
+std::string Path(std::string_view a, std::string_view s, std::string_view k) {
+  std::string p = std::string(a) + "\\" + std::string(s) + "\\" + std::string(k);
+  for (char& c : p) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return p;
+}
+}  // namespace
+
+std::string MemorySettingsStore::GetSetting(std::string_view application, std::string_view section,
+                                            std::string_view key, std::string_view fallback) {
+  const auto it = values_.find(Path(application, section, key));
+  return it == values_.end() ? std::string(fallback) : it->second;
+}
+
+void MemorySettingsStore::SaveSetting(std::string_view application, std::string_view section,
+                                      std::string_view key, std::string_view value) {
+  ++saves;
+  values_[Path(application, section, key)] = std::string(value);
+}
+
+void MemorySettingsStore::DeleteSetting(std::string_view application, std::string_view section,
+                                        std::string_view key) {
+  values_.erase(Path(application, section, key));
+}
+
+std::optional<std::string> MemorySettingsStore::Find(const std::string& application, const std::string& section,
+                                                     const std::string& key) const {
+  const auto it = values_.find(Path(application, section, key));
+  if (it == values_.end()) return std::nullopt;
+  return it->second;
+}
+
+FakeDrive FakeDrives::Sized(std::uint64_t total_bytes, std::uint64_t free_bytes, int type) {
+  FakeDrive d;
+  d.type = type;
+  d.counts = {8, 512, static_cast<std::uint32_t>(free_bytes / 4096), static_cast<std::uint32_t>(total_bytes / 4096)};
+  return d;
+}
+
+FakeDrive* FakeDrives::Find(std::string_view drive) {
+  if (drive.size() < 2 || drive[1] != ':') return nullptr;
+  const auto it = drives.find(static_cast<char>(std::toupper(static_cast<unsigned char>(drive[0]))));
+  return it == drives.end() ? nullptr : &it->second;
+}
+
+std::optional<std::string> FakeDrives::LogicalDriveStrings() {
+  if (list_fails) return std::nullopt;
+  std::string raw;
+  for (const auto& [letter, d] : drives) {
+    raw += letter;
+    raw += ":\\";
+    raw += '\0';
+  }
+  raw += '\0';
+  return raw;
+}
+
+int FakeDrives::DriveType(std::string_view drive) {
+  const FakeDrive* d = Find(drive);
+  return d == nullptr ? kDriveNoRoot : d->type;
+}
+
+std::optional<FreeSpaceCounts> FakeDrives::DiskFreeSpace(std::string_view drive) {
+  const FakeDrive* d = Find(drive);
+  if (d == nullptr || !d->ready || d->space_fails) return std::nullopt;
+  return d->counts;
+}
+
+std::optional<bool> FakeDrives::IsReady(std::string_view root) {
+  ready_queries.emplace_back(root);
+  const FakeDrive* d = Find(root);
+  if (d == nullptr) return std::nullopt;
+  return d->ready;
+}
+
+std::string FakeDrives::VolumeLabel(std::string_view drive) {
+  const FakeDrive* d = Find(drive);
+  return d == nullptr ? std::string() : d->label;
+}
+
+std::string FakeProcess::Environment(std::string_view name) {
+  const auto it = environment.find(std::string(name));
+  return it == environment.end() ? std::string() : it->second;
+}
+
+int ScriptedDialogs::MessageBox(std::string_view text, int style, std::string_view title) {
+  shown.push_back({std::string(text), style, std::string(title)});
+  if (answers.empty()) return kAnswerOk;
+  const int a = answers.front();
+  answers.pop_front();
+  return a;
+}
+
+}  // namespace quillet::testing

@@ -1,0 +1,101 @@
+// In-memory stand-ins for the machine: settings, drives, process, clock, dialogs.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace quillet::testing {
+
+class MemorySettingsStore : public SettingsStore {
+ public:
+  std::string GetSetting(std::string_view application, std::string_view section, std::string_view key,
+                         std::string_view fallback) override;
+  void SaveSetting(std::string_view application, std::string_view section, std::string_view key,
+                   std::string_view value) override;
+  void DeleteSetting(std::string_view application, std::string_view section, std::string_view key) override;
+
+  std::optional<std::string> Find(const std::string& application, const std::string& section,
+                                  const std::string& key) const;
+  int saves = 0;
+
+ private:
+  std::map<std::string, std::string> values_;  // "app\\section\\key", case-insensitive keys
+};
+
+struct FakeDrive {
+  int type = kDriveFixed;
+  bool ready = true;
+  FreeSpaceCounts counts{8, 512, 1000, 2000};
+  bool space_fails = false;
+  std::string label;
+};
+
+class FakeDrives : public DriveService {
+ public:
+  std::optional<std::string> LogicalDriveStrings() override;
+  int DriveType(std::string_view drive) override;
+  std::optional<FreeSpaceCounts> DiskFreeSpace(std::string_view drive) override;
+  std::optional<bool> IsReady(std::string_view root) override;
+  std::string VolumeLabel(std::string_view drive) override;
+
+  // A drive of `total` and `free` bytes in 4 KiB clusters.
+  static FakeDrive Sized(std::uint64_t total_bytes, std::uint64_t free_bytes, int type = kDriveFixed);
+
+  std::map<char, FakeDrive> drives;  // by upper-case letter
+  bool list_fails = false;
+  std::vector<std::string> ready_queries;
+
+ private:
+  FakeDrive* Find(std::string_view drive);
+};
+
+class FakeProcess : public ProcessService {
+ public:
+  std::string ExecutableName() override { return exe_name; }
+  std::string ProgramFolder() override { return folder; }
+  std::string Environment(std::string_view name) override;
+  bool PreviousInstance() override { return previous_instance; }
+
+  std::string exe_name = "Quillet";
+  std::string folder = "C:\\Program Files\\Quillet";
+  std::map<std::string, std::string> environment{{"HOMEDRIVE", "C:"}};
+  bool previous_instance = false;
+};
+
+class FakeClock : public ClockService {
+ public:
+  std::uint32_t TickCount() override { return ticks; }
+  std::uint32_t ticks = 0;
+};
+
+class ScriptedDialogs : public DialogService {
+ public:
+  struct Shown {
+    std::string text;
+    int style;
+    std::string title;
+  };
+  int MessageBox(std::string_view text, int style, std::string_view title) override;
+  std::vector<Shown> shown;
+  std::deque<int> answers;  // answers in order; kAnswerOk when none is left
+};
+
+struct FakePlatform {
+  MemorySettingsStore settings;
+  FakeDrives drives;
+  FakeProcess process;
+  FakeClock clock;
+  ScriptedDialogs dialogs;
+  Platform platform{settings, drives, process, clock, dialogs};
+
+  std::optional<std::string> Setting(const std::string& key, const std::string& section = "Form1") const {
+    return settings.Find(process.exe_name, section, key);
+  }
+};
+
+}  // namespace quillet::testing

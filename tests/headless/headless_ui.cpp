@@ -1,0 +1,62 @@
+#include "headless/headless_ui.h"
+
+namespace quillet::testing {
+
+TimerService::TimerId VirtualTimers::StartTimer(std::uint32_t interval_ms, std::function<void()> on_tick) {
+  const std::uint32_t interval = interval_ms == 0 ? 1 : interval_ms;
+  const TimerId id = next_id_++;
+  timers_[id] = Entry{interval, now_ + interval, std::move(on_tick)};
+  return id;
+}
+
+void VirtualTimers::StopTimer(TimerId id) { timers_.erase(id); }
+
+std::optional<std::uint64_t> VirtualTimers::NextDue() const {
+  std::optional<std::uint64_t> due;
+  for (const auto& [id, e] : timers_)
+    if (!due || e.due < *due) due = e.due;
+  if (due) return *due - now_;
+  return std::nullopt;
+}
+
+void VirtualTimers::Advance(std::uint64_t ms) {
+  const std::uint64_t target = now_ + ms;
+  for (;;) {
+    // The earliest due tick; among equals the timer started first.
+    auto next = timers_.end();
+    for (auto it = timers_.begin(); it != timers_.end(); ++it)
+      if (it->second.due <= target && (next == timers_.end() || it->second.due < next->second.due)) next = it;
+    if (next == timers_.end()) break;
+    now_ = next->second.due;
+    next->second.due += next->second.interval;
+    auto tick = next->second.tick;  // the handler may stop or restart its timer
+    tick();
+  }
+  now_ = target;
+}
+
+namespace {
+class HeadlessPeer : public FormPeer {
+ public:
+  void BoundsChanged() override {}
+  void VisibleChanged() override {}
+  void WindowStateChanged() override {}
+  void Invalidate() override {}
+};
+}  // namespace
+
+std::unique_ptr<FormPeer> HeadlessUi::CreatePeer(Form&) {
+  ++peers_created;
+  return std::make_unique<HeadlessPeer>();
+}
+
+void HeadlessUi::DoEvents() {
+  ++do_events_calls;
+  while (!queue_.empty()) {
+    auto event = std::move(queue_.front());
+    queue_.pop_front();
+    Guard(event);
+  }
+}
+
+}  // namespace quillet::testing
