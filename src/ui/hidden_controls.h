@@ -12,9 +12,9 @@ class HiddenTextBox {
  public:
   explicit HiddenTextBox(std::string design_text = {}) : text_(std::move(design_text)) {}
   const std::string& Text() const { return text_; }
-  // Change runs only when the text really changes.
+  // Like an edit control, every assignment reports a change, even of the
+  // same text: start-up relies on it to write defaults back to the store.
   void SetText(std::string text) {
-    if (text == text_) return;
     text_ = std::move(text);
     if (on_change) on_change();
   }

@@ -19,7 +19,8 @@ std::string MemorySettingsStore::GetSetting(std::string_view application, std::s
 
 void MemorySettingsStore::SaveSetting(std::string_view application, std::string_view section,
                                       std::string_view key, std::string_view value) {
-  ++saves;
+  log.push_back(std::string(application) + "\\" + std::string(section) + "\\" + std::string(key) + "=" +
+                std::string(value));
   values_[Path(application, section, key)] = std::string(value);
 }
 

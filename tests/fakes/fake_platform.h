@@ -21,7 +21,8 @@ class MemorySettingsStore : public SettingsStore {
 
   std::optional<std::string> Find(const std::string& application, const std::string& section,
                                   const std::string& key) const;
-  int saves = 0;
+  // Every save in order, as "application\\section\\key=value".
+  std::vector<std::string> log;
 
  private:
   std::map<std::string, std::string> values_;  // "app\\section\\key", case-insensitive keys

@@ -1,0 +1,44 @@
+// A side bar started in the headless host on fake drives and settings.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "fakes/fake_platform.h"
+#include "headless/headless_ui.h"
+#include "shell/Form1.h"
+
+namespace quillet::testing {
+
+class Form1Scenario : public ::testing::Test {
+ protected:
+  Form1Scenario() {
+    fake.drives.drives['C'] = FakeDrives::Sized(100ull << 30, 40ull << 30);
+    fake.drives.drives['D'] = FakeDrives::Sized(500ull << 30, 300ull << 30);
+  }
+
+  void Store(const std::string& key, const std::string& value, const std::string& section = "Form1") {
+    fake.settings.SaveSetting(fake.process.exe_name, section, key, value);
+    fake.settings.log.clear();
+  }
+
+  Form1& Start() {
+    form = std::make_unique<Form1>(ui, fake.platform);
+    form->Load();
+    if (!ui.Ended()) form->Show();
+    return *form;
+  }
+
+  std::string Setting(const std::string& key) { return fake.Setting(key).value_or("<missing>"); }
+
+  // Mouse input at form coordinates in twips.
+  void Mouse(MouseEventKind kind, int button, int x, int y) { form->DispatchMouse(kind, {button, 0, x, y}); }
+
+  FakePlatform fake;
+  HeadlessUi ui;
+  std::unique_ptr<Form1> form;
+};
+
+}  // namespace quillet::testing
