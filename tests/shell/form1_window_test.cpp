@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "headless/recording_painter.h"
 #include "shell/form1_scenario.h"
 
 namespace quillet::testing {
@@ -104,6 +105,24 @@ TEST_F(Form1Window, ARefreshStartedInsideAScanLeavesConsistentResults) {
   EXPECT_EQ(f.Text_ND.Text(), "3");
   EXPECT_EQ(f.Text1.Text(), "C:\\\r\nD:\\\r\nE:\\\r\n");
   EXPECT_TRUE(ui.errors.empty());
+}
+
+TEST_F(Form1Window, PaintsASeeThroughBarWithTheUptimeOnIt) {
+  fake.clock.ticks = 3 * 3600000;
+  Form1& f = Start();
+  RecordingPainter painter;
+  f.Paint(painter);
+  ASSERT_FALSE(painter.ops.empty());
+  EXPECT_EQ(painter.ops[0].kind, RecordingPainter::Op::kFill);
+  EXPECT_EQ(painter.ops[0].colour, kKeyColour);
+  EXPECT_EQ(painter.Texts(), (std::vector<std::string>{"0 days, 3 hours, 0 minutes"}));
+  // A stored colour gives the label an opaque background.
+  f.Text4.SetText("65280");
+  painter.ops.clear();
+  f.Paint(painter);
+  ASSERT_EQ(painter.ops.size(), 3u);
+  EXPECT_EQ(painter.ops[1].colour, Rgb(0, 255, 0));
+  EXPECT_EQ(painter.ops[1].rect.left, 60);
 }
 
 }  // namespace

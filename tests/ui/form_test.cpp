@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "headless/headless_ui.h"
+#include "headless/recording_painter.h"
 #include "ui/control_array.h"
 
 namespace quillet::testing {
@@ -30,15 +31,6 @@ class TestForm : public Form {
   void Form_Unload() override { ++unloads; }
 };
 
-struct Recorder : Painter {
-  std::vector<std::string> ops;
-  void FillRect(const TwipsRect&, Colour) override { ops.push_back("fill"); }
-  void DrawText(const TwipsRect&, std::string_view text, const Font&, Colour, TextAlign) override {
-    ops.push_back(std::string(text));
-  }
-  void DrawPicture(const Picture&, const TwipsRect&) override { ops.push_back("picture"); }
-};
-
 TEST(Form, HitTestsFromTheFrontAndSkipsHiddenControls) {
   HeadlessUi ui;
   TestForm f(ui);
@@ -54,13 +46,16 @@ TEST(Form, HitTestsFromTheFrontAndSkipsHiddenControls) {
 TEST(Form, PaintsBackgroundThenVisibleControlsBackToFront) {
   HeadlessUi ui;
   TestForm f(ui);
-  Recorder r;
+  RecordingPainter r;
   f.Paint(r);
-  EXPECT_EQ(r.ops, (std::vector<std::string>{"fill", "back", "front"}));
+  ASSERT_EQ(r.ops.size(), 3u);
+  EXPECT_EQ(r.ops[0].kind, RecordingPainter::Op::kFill);
+  EXPECT_EQ(r.ops[0].rect.width, 3000);
+  EXPECT_EQ(r.Texts(), (std::vector<std::string>{"back", "front"}));
   f.front.SetVisible(false);
   r.ops.clear();
   f.Paint(r);
-  EXPECT_EQ(r.ops, (std::vector<std::string>{"fill", "back"}));
+  EXPECT_EQ(r.Texts(), (std::vector<std::string>{"back"}));
 }
 
 TEST(Form, MouseGoesToTheControlInItsOwnCoordinatesAndStaysWhileHeld) {
