@@ -1,0 +1,190 @@
+#!/usr/bin/env bash
+# Start-up of the side bar, end to end: first run, a second start, a renamed
+# executable, a stored position and refresh period, and the see-through bar.
+set -uo pipefail
+source "$(dirname "$0")/lib.sh"
+
+TWIPS_PER_PIXEL=15           # Xvfb under Wine: 96 DPI
+GROUND='#2E8B57'             # root colour behind the see-through bar
+KEY_COLOUR='#C000C0'         # the bar's key colour: never on screen itself
+WS_CAPTION=$((0x00C00000))
+WS_SYSMENU=$((0x00080000))
+
+# A small machine: C:, a 1000 MB disk E: with 970 MB used, and an empty CD-ROM D:.
+give_drives() {
+  e2e_drives_clear
+  e2e_drive_sized e 1000 970 hd "DATA" || return 1
+  e2e_drive d "$WINEPREFIX.drives/no-disc" cdrom
+  rmdir "$WINEPREFIX.drives/no-disc"
+  e2e_drives_apply
+}
+
+# start_and_wait NAME: starts the current program; PASS/FAIL for its window.
+start_and_wait() {
+  e2e_start
+  local status=0
+  e2e_wait_main_window || status=$?
+  case $status in
+    0) e2e_pass "$1: the side bar window shows" ;;
+    2) e2e_fail "$1: the side bar window shows" "the program ended first; its output: $(tail -c 400 "$E2E_LOG")" ;;
+    *) e2e_fail "$1: the side bar window shows" "no visible unowned window titled with a card count within ${E2E_TIMEOUT}s; windows seen: $(e2e_probe | tr '\n' ';')" ;;
+  esac
+  return $status
+}
+
+# wait_settings_written: start-up saves LB as its last key; then all are there.
+wait_settings_written() { e2e_wait_for "$E2E_TIMEOUT" e2e_has_setting LB "$@"; }
+
+# check_position NAME LEFT_TWIPS TOP_TWIPS
+check_position() {
+  local geometry x y
+  geometry=$(e2e_geometry "$E2E_WIN")
+  read -r x y _ _ <<<"$geometry"
+  e2e_check_eq "$1: window left at $2 twips" $(($2 / TWIPS_PER_PIXEL)) "$x"
+  e2e_check_eq "$1: window top at $3 twips" $(($3 / TWIPS_PER_PIXEL)) "$y"
+}
+
+check_width() {
+  local w
+  read -r _ _ w _ <<<"$(e2e_geometry "$E2E_WIN")"
+  # 2350 twips is 156.7 pixels; the form rounds to whole pixels.
+  e2e_check_eq "$1: window 2350 twips wide" 157 "$w"
+}
+
+# count_colour FILE X Y W H COLOUR: how many pixels of the area have the colour.
+count_colour() {
+  "$E2E_CONVERT" "$1" -crop "$4x$5+$2+$3" +repage -fill black +opaque "$6" -fill white -opaque "$6" \
+    -format '%[fx:round(mean*w*h)]' info:-
+}
+
+first_run_and_second_start() {
+  local t="first run"
+  e2e_prefix_new
+  give_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
+  e2e_install Quillet.exe || { e2e_fail "$t: program" "no Quillet.exe to test"; return; }
+  start_and_wait "$t" || return
+
+  if wait_settings_written; then e2e_pass "$t: settings written"; else
+    e2e_fail "$t: settings written" "no LB key after ${E2E_TIMEOUT}s; stored: $(e2e_settings | tr '\t\n' '=;')"
+  fi
+  e2e_check_eq "$t: Timer is 30" 30 "$(e2e_setting Timer)"
+  e2e_check_eq "$t: THEME is NORMAL" NORMAL "$(e2e_setting THEME)"
+  e2e_check_eq "$t: launch is 1" 1 "$(e2e_setting launch)"
+  e2e_check_eq "$t: LB is E" E "$(e2e_setting LB)"
+  e2e_check "$t: HH stored" "no HH key; stored: $(e2e_settings | tr '\t\n' '=;')" e2e_has_setting HH
+  e2e_check "$t: COLOR stored" "no COLOR key; stored: $(e2e_settings | tr '\t\n' '=;')" e2e_has_setting COLOR
+
+  check_position "$t" 1320 5655
+  check_width "$t"
+
+  local state style exstyle
+  state=$(e2e_net_wm_state "$E2E_WIN")
+  e2e_check "$t: a tool window, not in the task bar" "_NET_WM_STATE is: $state" \
+    grep -q _NET_WM_STATE_SKIP_TASKBAR <<<"$state"
+  style=$(e2e_field "$E2E_MAIN" style)
+  e2e_check "$t: no title bar" "window style $style has caption bits" \
+    test $((style & WS_CAPTION)) -eq 0
+  e2e_check "$t: no system menu" "window style $style has WS_SYSMENU" \
+    test $((style & WS_SYSMENU)) -eq 0
+  e2e_check_eq "$t: borderless (client = window width)" \
+    "$(e2e_field "$E2E_MAIN" width)" "$(e2e_field "$E2E_MAIN" client_width)"
+
+  see_through
+
+  second_start
+  e2e_prefix_done
+}
+
+# With a coloured root behind it, parts of the bar away from its text show
+# that colour, and nothing shows the key colour itself.
+see_through() {
+  local t="see-through bar" shot=$E2E_WORK/see-through.png x y w h ground key
+  e2e_root_colour "$GROUND"
+  e2e_screenshot "$shot"
+  # The harness's own premise: a corner far from any window has the colour.
+  if [[ $(e2e_pixel "$shot" 1275 1019) != "$GROUND" ]]; then
+    e2e_fail "$t: root coloured" "corner pixel is $(e2e_pixel "$shot" 1275 1019), not $GROUND"
+    return
+  fi
+  read -r x y w h <<<"$(e2e_geometry "$E2E_WIN")"
+  ground=$(count_colour "$shot" "$x" "$y" "$w" "$h" "$GROUND")
+  key=$(count_colour "$shot" "$x" "$y" "$w" "$h" "$KEY_COLOUR")
+  e2e_check "$t: the root shows through the bar" \
+    "no pixel of the ${w}x$h window at $x,$y shows $GROUND (key-coloured pixels: $key); see $shot" \
+    test "$ground" -gt 0
+  e2e_check_eq "$t: no key-coloured pixel on screen" 0 "$key"
+  [[ ${E2E_KEEP:-} == 1 ]] || rm -f "$shot"
+}
+
+second_start() {
+  local t="second start" first_pid=$E2E_PID first_win=$E2E_WIN first_log=$E2E_LOG box
+  e2e_start
+  local second_pid=$E2E_PID second_log=$E2E_LOG
+  if e2e_wait_for "$E2E_TIMEOUT" grep -q 'MSGBOX_OnInit' "$second_log"; then
+    e2e_check_eq "$t: message text" "Previous Instance Already Open" "$(e2e_msgbox_texts "$second_log" | head -n1)"
+  else
+    e2e_fail "$t: message text" "no message box; the second program $(e2e_running "$second_pid" && echo "still runs" || echo "ended"); its output: $(tail -c 300 "$second_log")"
+  fi
+  box=
+  e2e_wait_for 15 eval 'box=$(e2e_window_named Information | head -n1); [[ -n $box ]]'
+  e2e_check "$t: message titled Information" "no visible window named 'Information'" test -n "$box"
+  [[ -n $box ]] && e2e_press_key "$box" Return
+  e2e_check "$t: the second program ends" "it still runs after the message" e2e_wait_exit "$second_pid"
+  e2e_check "$t: the first program still runs" "it ended" e2e_running "$first_pid"
+  local windows
+  windows=$(e2e_x_windows)
+  e2e_check "$t: the first window still shows" "window $first_win gone; visible: $windows" \
+    grep -qx "$first_win" <<<"$windows"
+  E2E_PID=$first_pid E2E_WIN=$first_win E2E_LOG=$first_log
+}
+
+# A renamed executable is a first run under its own name, whatever the
+# settings of the original name hold.
+renamed_executable() {
+  local t="renamed executable"
+  e2e_prefix_new
+  give_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
+  e2e_set_setting frmTop 3000 Quillet
+  e2e_set_setting frmLeft 3000 Quillet
+  e2e_set_setting Timer 20 Quillet
+  e2e_install Sidebar.exe || { e2e_fail "$t: program" "no Quillet.exe to test"; return; }
+  start_and_wait "$t" || return
+  wait_settings_written
+  e2e_check_eq "$t: own Timer is 30" 30 "$(e2e_setting Timer Sidebar)"
+  e2e_check_eq "$t: own THEME is NORMAL" NORMAL "$(e2e_setting THEME Sidebar)"
+  e2e_check_eq "$t: own LB is E" E "$(e2e_setting LB Sidebar)"
+  check_position "$t" 1320 5655
+  e2e_check_eq "$t: the original name's Timer untouched" 20 "$(e2e_setting Timer Quillet)"
+  e2e_prefix_done
+}
+
+# A stored position is restored; a stored period of 20 s stays, 14 s is
+# below the floor and becomes 30.
+stored_settings() {
+  local t="stored settings"
+  e2e_prefix_new
+  give_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
+  e2e_install Quillet.exe || { e2e_fail "$t: program" "no Quillet.exe to test"; return; }
+  e2e_set_setting frmTop 2400
+  e2e_set_setting frmLeft 4500
+  e2e_set_setting Timer 20
+  start_and_wait "$t" || return
+  wait_settings_written
+  check_position "$t" 4500 2400
+  e2e_check_eq "$t: Timer 20 stays 20" 20 "$(e2e_setting Timer)"
+
+  e2e_wine_stop
+  e2e_set_setting Timer 14
+  # LB is saved after the period: its return marks the end of start-up.
+  e2e_delete_setting LB
+  start_and_wait "$t (Timer 14)" || return
+  wait_settings_written
+  e2e_check_eq "$t: Timer 14 becomes 30" 30 "$(e2e_setting Timer)"
+  e2e_prefix_done
+}
+
+e2e_begin || { e2e_fail "harness" "no virtual display"; exit 1; }
+first_run_and_second_start
+renamed_executable
+stored_settings
+e2e_summary
