@@ -1,0 +1,152 @@
+#include "widgets/gif_canvas.h"
+
+#include <algorithm>
+
+namespace quillet {
+namespace {
+
+constexpr std::uint32_t kOpaque = 0xFF000000u;
+
+const ColorTable* TableOf(const GifAnimation& gif, const FrameRecord& f) {
+  const auto index = static_cast<std::size_t>(f.ColorTable);
+  return index < gif.ColorTables.size() ? &gif.ColorTables[index] : nullptr;
+}
+
+bool ValidFrame(const GifAnimation& gif, std::int32_t frame) {
+  if (frame < 1 || frame > gif.FrameCount()) return false;
+  const FrameRecord& f = gif.Frames[static_cast<std::size_t>(frame - 1)];
+  return f.Width > 0 && f.Height > 0 && f.StripX >= 0 && f.StripX + f.Width <= gif.Strip.Width &&
+         f.Height <= gif.Strip.Height;
+}
+
+// Calls `pixel(x, y, argb)` for each pixel of the frame, in frame coordinates.
+template <class F>
+void ForEachPixel(const GifAnimation& gif, const FrameRecord& f, F&& pixel) {
+  const ColorTable* table = TableOf(gif, f);
+  for (std::int32_t y = 0; y < f.Height; ++y) {
+    const std::uint8_t* row = gif.Strip.Row(y) + f.StripX;
+    for (std::int32_t x = 0; x < f.Width; ++x) {
+      const std::uint8_t index = row[x];
+      std::uint32_t argb = 0;
+      if (!(f.TransparentFlag == 1 && index == f.TransparentIndex))
+        argb = kOpaque | (table != nullptr ? table->Colors[index] : 0u);
+      pixel(x, y, argb);
+    }
+  }
+}
+
+}  // namespace
+
+Picture FramePicture(const GifAnimation& gif, std::int32_t frame) {
+  Picture p;
+  if (!ValidFrame(gif, frame)) return p;
+  const FrameRecord& f = gif.Frames[static_cast<std::size_t>(frame - 1)];
+  p.width = f.Width;
+  p.height = f.Height;
+  p.pixels.assign(static_cast<std::size_t>(f.Width) * static_cast<std::size_t>(f.Height), 0);
+  ForEachPixel(gif, f, [&](std::int32_t x, std::int32_t y, std::uint32_t argb) {
+    p.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(f.Width) + static_cast<std::size_t>(x)] = argb;
+  });
+  return p;
+}
+
+void MirrorFrames(GifAnimation& gif, int bits, std::int32_t first, std::int32_t last) {
+  if ((bits & 3) == 0) return;
+  for (std::int32_t n = std::max(first, 1); n <= std::min(last, gif.FrameCount()); ++n) {
+    if (!ValidFrame(gif, n)) continue;
+    FrameRecord& f = gif.Frames[static_cast<std::size_t>(n - 1)];
+    if (bits & 1) {
+      for (std::int32_t y = 0; y < f.Height; ++y) {
+        std::uint8_t* row = gif.Strip.Row(y) + f.StripX;
+        std::reverse(row, row + f.Width);
+      }
+      f.Left = gif.CanvasWidth - (f.Left + f.Width);
+    }
+    if (bits & 2) {
+      for (std::int32_t y = 0; y < f.Height / 2; ++y)
+        std::swap_ranges(gif.Strip.Row(y) + f.StripX, gif.Strip.Row(y) + f.StripX + f.Width,
+                         gif.Strip.Row(f.Height - 1 - y) + f.StripX);
+      f.Top = gif.CanvasHeight - (f.Top + f.Height);
+    }
+  }
+}
+
+void MirrorPicture(Picture& p, int bits) {
+  const auto w = static_cast<std::size_t>(p.width);
+  if (bits & 1)
+    for (std::size_t y = 0; y < static_cast<std::size_t>(p.height); ++y)
+      std::reverse(p.pixels.begin() + static_cast<std::ptrdiff_t>(y * w),
+                   p.pixels.begin() + static_cast<std::ptrdiff_t>((y + 1) * w));
+  if (bits & 2)
+    for (std::size_t y = 0; y < static_cast<std::size_t>(p.height) / 2; ++y)
+      std::swap_ranges(p.pixels.begin() + static_cast<std::ptrdiff_t>(y * w),
+                       p.pixels.begin() + static_cast<std::ptrdiff_t>((y + 1) * w),
+                       p.pixels.begin() + static_cast<std::ptrdiff_t>((static_cast<std::size_t>(p.height) - 1 - y) * w));
+}
+
+GifCanvas::GifCanvas(std::int32_t width, std::int32_t height, bool mask) : mask_(mask) {
+  if (width <= 0 || height <= 0) return;
+  picture_.width = width;
+  picture_.height = height;
+  picture_.pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+}
+
+GifCanvas::Rect GifCanvas::Clip(const FrameRecord& f) const {
+  Rect r{std::max(f.Left, 0), std::max(f.Top, 0), std::min(f.Left + f.Width, picture_.width),
+         std::min(f.Top + f.Height, picture_.height)};
+  if (r.right < r.left) r.right = r.left;
+  if (r.bottom < r.top) r.bottom = r.top;
+  return r;
+}
+
+void GifCanvas::ComposeBefore(const GifAnimation& gif, std::int32_t frame) {
+  if (!Exists() || !ValidFrame(gif, frame)) return;
+  const FrameRecord& f = gif.Frames[static_cast<std::size_t>(frame - 1)];
+  const auto width = static_cast<std::size_t>(picture_.width);
+  if (frame == 1) std::fill(picture_.pixels.begin(), picture_.pixels.end(), 0u);
+  if (f.Disposal == 3) {
+    saved_rect_ = Clip(f);
+    saved_.clear();
+    for (std::int32_t y = saved_rect_.top; y < saved_rect_.bottom; ++y) {
+      const auto row = picture_.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width);
+      saved_.insert(saved_.end(), row + saved_rect_.left, row + saved_rect_.right);
+    }
+  }
+  ForEachPixel(gif, f, [&](std::int32_t x, std::int32_t y, std::uint32_t argb) {
+    const std::int32_t cx = f.Left + x, cy = f.Top + y;
+    if (argb == 0 || cx < 0 || cy < 0 || cx >= picture_.width || cy >= picture_.height) return;
+    picture_.pixels[static_cast<std::size_t>(cy) * width + static_cast<std::size_t>(cx)] = argb;
+  });
+}
+
+void GifCanvas::ComposeAfter(const GifAnimation& gif, std::int32_t frame) {
+  if (!Exists() || !ValidFrame(gif, frame)) return;
+  const FrameRecord& f = gif.Frames[static_cast<std::size_t>(frame - 1)];
+  const auto width = static_cast<std::size_t>(picture_.width);
+  if (f.Disposal == 2) {
+    const Rect r = Clip(f);
+    for (std::int32_t y = r.top; y < r.bottom; ++y)
+      std::fill_n(picture_.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width +
+                                                                        static_cast<std::size_t>(r.left)),
+                  r.right - r.left, 0u);
+  } else if (f.Disposal == 3) {
+    auto source = saved_.begin();
+    const auto span = static_cast<std::ptrdiff_t>(saved_rect_.right - saved_rect_.left);
+    for (std::int32_t y = saved_rect_.top; y < saved_rect_.bottom && source + span <= saved_.end(); ++y) {
+      std::copy(source, source + span,
+                picture_.pixels.begin() +
+                    static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width +
+                                                static_cast<std::size_t>(saved_rect_.left)));
+      source += span;
+    }
+  }
+}
+
+Picture GifCanvas::Shown() const {
+  if (mask_) return picture_;
+  Picture opaque = picture_;
+  for (auto& p : opaque.pixels) p |= kOpaque;
+  return opaque;
+}
+
+}  // namespace quillet
