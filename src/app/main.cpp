@@ -1,0 +1,50 @@
+// Quillet.exe: the real services, the Win32 host and the side bar.
+#include <exception>
+
+#include "platform/platform.h"
+#include "platform/win32/registry_settings_store.h"
+#include "platform/win32/wide_text.h"
+#include "platform/win32/win32.h"
+#include "platform/win32/win32_clock.h"
+#include "platform/win32/win32_dialogs.h"
+#include "platform/win32/win32_drives.h"
+#include "platform/win32/win32_process.h"
+#include "shell/Form1.h"
+#include "ui/win32/win32_ui.h"
+
+namespace {
+
+int RunQuillet() {
+  quillet::win32::RegistrySettingsStore settings;
+  quillet::win32::Win32Drives drives;
+  quillet::win32::Win32Process process;
+  quillet::win32::Win32Clock clock;
+  quillet::win32::Win32Dialogs dialogs;
+  quillet::Platform platform{settings, drives, process, clock, dialogs};
+
+  quillet::win32::Win32Ui ui;
+  quillet::Form1 form1(ui, platform);
+  ui.Guard([&] { form1.Load(); });
+  if (ui.Ended()) return 0;
+  if (form1.Loaded()) ui.Guard([&] { form1.Show(); });
+  // Without a window no one could end the loop.
+  if (ui.OpenForms().empty()) return 1;
+  return ui.Run();
+}
+
+void ReportFatal(const char* what) noexcept {
+  ::MessageBoxW(nullptr, quillet::win32::Widen(what).c_str(), L"Quillet", MB_OK | MB_ICONERROR);
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  try {
+    return RunQuillet();
+  } catch (const std::exception& e) {
+    ReportFatal(e.what());
+  } catch (...) {
+    ReportFatal("Unknown error");
+  }
+  return 1;
+}

@@ -1,0 +1,13 @@
+// The system's tick count.
+#pragma once
+
+#include "platform/clock.h"
+
+namespace quillet::win32 {
+
+class Win32Clock : public ClockService {
+ public:
+  [[nodiscard]] std::uint32_t TickCount() override;
+};
+
+}  // namespace quillet::win32

@@ -1,0 +1,193 @@
+#include "ui/win32/form_window.h"
+
+#include <stdexcept>
+
+#include "platform/win32/wide_text.h"
+
+namespace quillet::win32 {
+namespace {
+
+int ButtonState(WPARAM wparam) noexcept {
+  int buttons = 0;
+  if (wparam & MK_LBUTTON) buttons |= kLeftButton;
+  if (wparam & MK_RBUTTON) buttons |= kRightButton;
+  if (wparam & MK_MBUTTON) buttons |= kMiddleButton;
+  return buttons;
+}
+
+int ShiftState(WPARAM wparam) noexcept {
+  int shift = 0;
+  if (wparam & MK_SHIFT) shift |= 1;
+  if (wparam & MK_CONTROL) shift |= 2;
+  if (::GetKeyState(VK_MENU) < 0) shift |= 4;
+  return shift;
+}
+
+bool SameRect(const RECT& a, const RECT& b) noexcept {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+}  // namespace
+
+WindowArgs FormWindow::ArgsFor(const Form& form, const PixelScale& scale) {
+  const FormArgs& args = form.Args();
+  WindowArgs w;
+  w.style = args.border ? WS_OVERLAPPEDWINDOW : WS_POPUP;
+  w.style |= WS_CLIPCHILDREN;
+  if (!args.show_in_taskbar) w.ex_style |= WS_EX_TOOLWINDOW;
+  if (args.colour_key) w.ex_style |= WS_EX_LAYERED;
+  w.rect = scale.ToWindowRect(form.Bounds());
+  w.title = Widen(form.Caption());
+  return w;
+}
+
+FormWindow::FormWindow(Form& form, PixelScale scale) : form_(form), scale_(scale) {
+  if (!Create(ArgsFor(form, scale)))
+    throw std::runtime_error("The window of " + form.Name() + " cannot be created");
+  if (form.Args().colour_key) ::SetLayeredWindowAttributes(hwnd(), kKeyColour, 0, LWA_COLORKEY);
+}
+
+FormWindow::~FormWindow() {
+  *alive_ = false;
+  Destroy();
+}
+
+void FormWindow::BoundsChanged() {
+  const RECT r = scale_.ToWindowRect(form_.Bounds());
+  applying_bounds_ = true;
+  ::SetWindowPos(hwnd(), nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+  applying_bounds_ = false;
+}
+
+void FormWindow::VisibleChanged() {
+  if (!form_.Visible()) {
+    ::ShowWindow(hwnd(), SW_HIDE);
+    return;
+  }
+  switch (form_.GetWindowState()) {
+    case kMinimized: ::ShowWindow(hwnd(), SW_SHOWMINNOACTIVE); break;
+    case kMaximized: ::ShowWindow(hwnd(), SW_SHOWMAXIMIZED); break;
+    default:
+      // A form made normal while hidden may still be an icon.
+      ::ShowWindow(hwnd(), ::IsIconic(hwnd()) || ::IsZoomed(hwnd()) ? SW_SHOWNORMAL : SW_SHOW);
+      break;
+  }
+}
+
+void FormWindow::WindowStateChanged() {
+  // A hidden form takes its state when it is shown.
+  if (!form_.Visible()) return;
+  switch (form_.GetWindowState()) {
+    case kMinimized: ::ShowWindow(hwnd(), SW_MINIMIZE); break;
+    case kMaximized: ::ShowWindow(hwnd(), SW_MAXIMIZE); break;
+    default: ::ShowWindow(hwnd(), SW_RESTORE); break;
+  }
+}
+
+void FormWindow::Invalidate() { ::InvalidateRect(hwnd(), nullptr, FALSE); }
+
+LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept {
+  switch (message) {
+    case WM_ERASEBKGND:
+      return 1;  // the paint covers every pixel
+    case WM_PAINT:
+      Paint();
+      return 0;
+    case WM_MOUSEMOVE:
+      Mouse(MouseEventKind::kMove, ButtonState(wparam), wparam, lparam);
+      return 0;
+    case WM_LBUTTONDOWN:
+      Mouse(MouseEventKind::kDown, kLeftButton, wparam, lparam);
+      return 0;
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+      Mouse(MouseEventKind::kDown, kRightButton, wparam, lparam);
+      return 0;
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+      Mouse(MouseEventKind::kDown, kMiddleButton, wparam, lparam);
+      return 0;
+    case WM_LBUTTONUP:
+      Mouse(MouseEventKind::kUp, kLeftButton, wparam, lparam);
+      return 0;
+    case WM_RBUTTONUP:
+      Mouse(MouseEventKind::kUp, kRightButton, wparam, lparam);
+      return 0;
+    case WM_MBUTTONUP:
+      Mouse(MouseEventKind::kUp, kMiddleButton, wparam, lparam);
+      return 0;
+    case WM_LBUTTONDBLCLK:
+      Mouse(MouseEventKind::kDblClick, kLeftButton, wparam, lparam);
+      return 0;
+    case WM_CLOSE:
+      // The form decides; unloading it destroys the window.
+      form_.RequestClose();
+      return 0;
+    case WM_SIZE: {
+      const auto alive = alive_;
+      SyncStateFromWindow(wparam);
+      if (!*alive) return 0;
+      break;
+    }
+    case WM_WINDOWPOSCHANGED: {
+      const auto alive = alive_;
+      SyncBoundsFromWindow();
+      if (!*alive) return 0;
+      break;
+    }
+    default:
+      break;
+  }
+  return Default(hwnd(), message, wparam, lparam);
+}
+
+void FormWindow::Paint() noexcept {
+  const PaintDc paint(hwnd());
+  RECT client{};
+  ::GetClientRect(hwnd(), &client);
+  const HDC memory = buffer_.Prepare(paint.get(), client.right, client.bottom);
+  const HDC target = memory != nullptr ? memory : paint.get();
+  const RECT& dirty = paint.dirty();
+  const int saved = ::SaveDC(target);
+  ::IntersectClipRect(target, dirty.left, dirty.top, dirty.right, dirty.bottom);
+  GdiPainter painter(target, scale_, fonts_);
+  form_.ui().Guard([&] { form_.Paint(painter); });
+  ::RestoreDC(target, saved);
+  if (memory != nullptr)
+    ::BitBlt(paint.get(), dirty.left, dirty.top, dirty.right - dirty.left, dirty.bottom - dirty.top, memory,
+             dirty.left, dirty.top, SRCCOPY);
+}
+
+void FormWindow::Mouse(MouseEventKind kind, int button, WPARAM wparam, LPARAM lparam) noexcept {
+  const HWND window = hwnd();
+  const MouseArgs args{button, ShiftState(wparam),
+                       scale_.ToTwips(static_cast<short>(LOWORD(lparam))),
+                       scale_.ToTwips(static_cast<short>(HIWORD(lparam)))};
+  // The window keeps the mouse while a button is held, so a drag that leaves it goes on.
+  if (kind == MouseEventKind::kDown || kind == MouseEventKind::kDblClick) ::SetCapture(window);
+  form_.ui().Guard([&] { form_.DispatchMouse(kind, args); });
+  // `this` may be gone now; only the window handle is used.
+  if (kind == MouseEventKind::kUp && ButtonState(wparam) == 0 && ::GetCapture() == window) ::ReleaseCapture();
+}
+
+void FormWindow::SyncStateFromWindow(WPARAM size_kind) noexcept {
+  int state = kNormal;
+  if (size_kind == SIZE_MINIMIZED) state = kMinimized;
+  else if (size_kind == SIZE_MAXIMIZED) state = kMaximized;
+  else if (size_kind != SIZE_RESTORED) return;
+  if (!form_.Loaded() || state == form_.GetWindowState()) return;
+  form_.ui().Guard([&] { form_.SetWindowState(state); });
+}
+
+// A window the user moved or sized (one with a border) tells its form.
+void FormWindow::SyncBoundsFromWindow() noexcept {
+  if (applying_bounds_ || !form_.Loaded() || ::IsIconic(hwnd())) return;
+  RECT r{};
+  if (!::GetWindowRect(hwnd(), &r) || SameRect(r, scale_.ToWindowRect(form_.Bounds()))) return;
+  const TwipsRect bounds{scale_.ToTwips(r.left), scale_.ToTwips(r.top), scale_.ToTwips(r.right - r.left),
+                         scale_.ToTwips(r.bottom - r.top)};
+  form_.ui().Guard([&] { form_.Move(bounds); });
+}
+
+}  // namespace quillet::win32

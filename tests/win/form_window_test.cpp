@@ -1,0 +1,183 @@
+// Forms made real by the Win32 host: styles, place, mouse and closing.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "platform/win32/handles.h"
+#include "ui/form.h"
+#include "ui/visual.h"
+#include "ui/win32/win32_ui.h"
+
+namespace quillet::win32 {
+namespace {
+
+int ScreenDpi() {
+  const WindowDc screen(nullptr);
+  return ::GetDeviceCaps(screen.get(), LOGPIXELSX);
+}
+
+FormArgs SideBarArgs(const std::string& name) {
+  FormArgs args;
+  args.name = name;
+  args.bounds = {1320, 5655, 2350, 2790};
+  args.border = false;
+  args.show_in_taskbar = false;
+  args.colour_key = true;
+  args.back_color = kKeyColour;
+  return args;
+}
+
+// The title text is the form's caption at creation: a unique one finds the window.
+HWND LoadAndFind(Form& form) {
+  form.SetCaption("QuilletWineTest." + form.Name());
+  form.Load();
+  const std::wstring title(form.Caption().begin(), form.Caption().end());
+  return ::FindWindowW(L"QuilletForm", title.c_str());
+}
+
+TEST(PixelScaleTest, TwipsPerPixelComeFromTheDpi) {
+  struct Case {
+    int dpi, twips, pixels;
+  };
+  for (const Case c : {Case{96, 1320, 88}, Case{96, 5655, 377}, Case{96, 2350, 157}, Case{96, 14, 1},
+                       Case{96, 7, 0}, Case{144, 1440, 144}, Case{144, 2350, 235}, Case{120, 2350, 196},
+                       Case{96, -15, -1}}) {
+    const PixelScale scale(c.dpi);
+    EXPECT_EQ(scale.ToPixels(c.twips), c.pixels) << c.dpi << " dpi, " << c.twips << " twips";
+  }
+  EXPECT_EQ(PixelScale(96).ToTwips(88), 1320);
+  EXPECT_EQ(PixelScale(144).ToTwips(88), 880);
+  // A window keeps its pixel width wherever it stands.
+  const PixelScale scale(96);
+  for (int left : {0, 7, 8, 1320, 1327})
+    EXPECT_EQ(scale.ToWindowRect({left, 0, 2350, 100}).right - scale.ToWindowRect({left, 0, 2350, 100}).left, 157);
+  EXPECT_EQ(PixelScale::FromScreen().Dpi(), ScreenDpi());
+}
+
+TEST(FormWindowTest, ColourKeyFormIsALayeredToolPopupWithTheKeyColour) {
+  Win32Ui ui;
+  Form form(ui, SideBarArgs("KeyForm"));
+  const HWND hwnd = LoadAndFind(form);
+  ASSERT_NE(hwnd, nullptr);
+  const auto style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_STYLE));
+  const auto ex_style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_EXSTYLE));
+  EXPECT_TRUE(style & WS_POPUP);
+  EXPECT_EQ(style & WS_CAPTION, 0u);
+  EXPECT_EQ(style & WS_SYSMENU, 0u);
+  EXPECT_TRUE(ex_style & WS_EX_LAYERED);
+  EXPECT_TRUE(ex_style & WS_EX_TOOLWINDOW);
+  COLORREF key = 0;
+  BYTE alpha = 0;
+  DWORD flags = 0;
+  ASSERT_TRUE(::GetLayeredWindowAttributes(hwnd, &key, &alpha, &flags));
+  EXPECT_TRUE(flags & LWA_COLORKEY);
+  EXPECT_EQ(key, RGB(0xC0, 0x00, 0xC0));
+  EXPECT_FALSE(::IsWindowVisible(hwnd));
+  form.Show();
+  EXPECT_TRUE(::IsWindowVisible(hwnd));
+  form.Hide();
+  EXPECT_FALSE(::IsWindowVisible(hwnd));
+}
+
+TEST(FormWindowTest, APlainFormHasATitleBarAndNoLayering) {
+  Win32Ui ui;
+  FormArgs args;
+  args.name = "PlainForm";
+  args.bounds = {600, 600, 3000, 2000};
+  Form form(ui, args);
+  const HWND hwnd = LoadAndFind(form);
+  ASSERT_NE(hwnd, nullptr);
+  const auto style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_STYLE));
+  const auto ex_style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_EXSTYLE));
+  EXPECT_EQ(style & WS_CAPTION, static_cast<DWORD>(WS_CAPTION));
+  EXPECT_TRUE(style & WS_SYSMENU);
+  EXPECT_EQ(ex_style & (WS_EX_LAYERED | WS_EX_TOOLWINDOW), 0u);
+}
+
+TEST(FormWindowTest, WindowStandsWhereItsTwipsSayAtTheScreenDpi) {
+  Win32Ui ui;
+  Form form(ui, SideBarArgs("PlacedForm"));
+  const HWND hwnd = LoadAndFind(form);
+  ASSERT_NE(hwnd, nullptr);
+  const double dpi = ScreenDpi();
+  const auto px = [dpi](int twips) { return static_cast<LONG>(std::lround(twips * dpi / 1440.0)); };
+  RECT r{};
+  ASSERT_TRUE(::GetWindowRect(hwnd, &r));
+  EXPECT_EQ(r.left, px(1320));
+  EXPECT_EQ(r.top, px(5655));
+  EXPECT_EQ(r.right - r.left, px(2350));
+  EXPECT_EQ(r.bottom - r.top, px(2790));
+  if (dpi == 96) {
+    EXPECT_EQ(r.left, 88);
+    EXPECT_EQ(r.top, 377);
+    EXPECT_EQ(r.right - r.left, 157);
+  }
+  form.Move({2880, 1440, 2640, 1500});
+  ASSERT_TRUE(::GetWindowRect(hwnd, &r));
+  EXPECT_EQ(r.left, px(2880));
+  EXPECT_EQ(r.top, px(1440));
+  EXPECT_EQ(r.right - r.left, px(2640));
+  EXPECT_EQ(r.bottom - r.top, px(1500));
+  const ScreenInfo screen = ui.Screen();
+  EXPECT_EQ(screen.twips_per_pixel, 1440.0 / dpi);
+  EXPECT_NEAR(screen.width_twips, ::GetSystemMetrics(SM_CXSCREEN) * 1440.0 / dpi, 1.0);
+}
+
+TEST(FormWindowTest, MouseReachesTheControlInTwipsAndAClickFollows) {
+  Win32Ui ui;
+  Form form(ui, SideBarArgs("MouseForm"));
+  Label target("Target", {300, 150, 1500, 600}, "x");
+  form.AddVisual(target);
+  MouseArgs down{}, moved{};
+  int clicks = 0;
+  target.on_mouse_down = [&](const MouseArgs& a) { down = a; };
+  target.on_mouse_move = [&](const MouseArgs& a) { moved = a; };
+  target.on_click = [&] { ++clicks; };
+  const HWND hwnd = LoadAndFind(form);
+  ASSERT_NE(hwnd, nullptr);
+  const PixelScale& scale = ui.Scale();
+  const int x = scale.ToPixels(600), y = scale.ToPixels(450);
+  ::SendMessageW(hwnd, WM_MOUSEMOVE, MK_RBUTTON | MK_CONTROL, MAKELPARAM(x, y));
+  EXPECT_EQ(moved.button, kRightButton);
+  EXPECT_EQ(moved.shift, 2);
+  ::SendMessageW(hwnd, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, MAKELPARAM(x, y));
+  EXPECT_EQ(down.button, kLeftButton);
+  EXPECT_EQ(down.shift, 1);
+  EXPECT_EQ(down.x, scale.ToTwips(x) - 300);  // relative to the control
+  EXPECT_EQ(down.y, scale.ToTwips(y) - 150);
+  EXPECT_EQ(::GetCapture(), hwnd);
+  ::SendMessageW(hwnd, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+  EXPECT_EQ(clicks, 1);
+  EXPECT_NE(::GetCapture(), hwnd);
+  form.RemoveVisual(target);
+}
+
+// Closing from the system asks the form; a form that unloads itself there
+// destroys its own window in the middle of the message.
+TEST(FormWindowTest, CloseAsksTheFormAndAnUnloadInsideDestroysTheWindow) {
+  struct Refusing : Form {
+    using Form::Form;
+    int asked = 0;
+    bool refuse = true;
+    void Form_Close() override {
+      ++asked;
+      if (!refuse) Unload();
+    }
+  };
+  Win32Ui ui;
+  Refusing form(ui, SideBarArgs("ClosingForm"));
+  const HWND hwnd = LoadAndFind(form);
+  ASSERT_NE(hwnd, nullptr);
+  ::SendMessageW(hwnd, WM_CLOSE, 0, 0);
+  EXPECT_EQ(form.asked, 1);
+  EXPECT_TRUE(::IsWindow(hwnd));
+  form.refuse = false;
+  ::SendMessageW(hwnd, WM_CLOSE, 0, 0);
+  EXPECT_EQ(form.asked, 2);
+  EXPECT_FALSE(form.Loaded());
+  EXPECT_FALSE(::IsWindow(hwnd));
+}
+
+}  // namespace
+}  // namespace quillet::win32
