@@ -7,6 +7,7 @@ add_executable(quillet_tests ${QUILLET_TEST_SOURCES})
 target_include_directories(quillet_tests PRIVATE tests)
 target_link_libraries(quillet_tests PRIVATE quillet_portable GTest::gtest_main)
 target_compile_options(quillet_tests PRIVATE ${QUILLET_WARNINGS})
+target_compile_definitions(quillet_tests PRIVATE QUILLET_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
 include(GoogleTest)
 gtest_discover_tests(quillet_tests DISCOVERY_TIMEOUT 60)
 
@@ -16,3 +17,8 @@ endif()
 if(QUILLET_FUZZ AND EXISTS ${CMAKE_SOURCE_DIR}/fuzz/CMakeLists.txt)
   add_subdirectory(fuzz)
 endif()
+
+# The art generator for the copy spinner; its output is committed under resources/.
+add_executable(make_spinner tools/spinner/make_spinner.cpp)
+target_link_libraries(make_spinner PRIVATE quillet_portable)
+target_compile_options(make_spinner PRIVATE ${QUILLET_WARNINGS})

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+
 #include "headless/headless_ui.h"
 #include "widgets/gif/gif_test_bytes.h"
 
@@ -399,6 +402,24 @@ TEST(ucAniGIF, TheCurrentFrameCanBeTakenOutAsAGifOfItsOwn) {
   PixelPainter painter;
   copy.Paint(painter);
   EXPECT_EQ(painter.At(0, 0), 0xFF00FF00u);  // frame 2 was green
+}
+
+TEST(ucAniGIF, TheCommittedSpinnerLoopsForEverWithoutACanvas) {
+  std::ifstream file(QUILLET_SOURCE_DIR "/resources/spinner.gif", std::ios::binary);
+  ASSERT_TRUE(file) << "resources/spinner.gif is missing";
+  std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(file), {}};
+  Player p(0);
+  ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(bytes));
+  EXPECT_EQ(p.gif.FrameCount(), 12);
+  EXPECT_EQ(p.gif.Loops(), 0);
+  EXPECT_FALSE(p.gif.Animation().Plan.NeedsCanvas);
+  EXPECT_EQ(p.gif.PendingInterval(), 80u);
+  p.timers.Advance(80 * 30);
+  EXPECT_EQ(p.gif.Action(), ucAniGIF::kPlaying);
+  EXPECT_EQ(p.gif.CurrentFrame(), 30 % 12 + 1);
+  PixelPainter painter;
+  p.gif.Paint(painter);
+  EXPECT_EQ(painter.At(0, 0), 0u);  // the corners are see-through
 }
 
 }  // namespace
