@@ -64,7 +64,10 @@ class Form {
   void SetBackColor(Colour colour);
   // The title text; forms without a title bar may keep a value in it.
   const std::string& Caption() const { return caption_; }
-  void SetCaption(std::string caption) { caption_ = std::move(caption); }
+  void SetCaption(std::string caption) {
+    caption_ = std::move(caption);
+    if (peer_) peer_->CaptionChanged();
+  }
 
   // Controls in z-order, back to front.
   void AddVisual(Visual& visual);

@@ -21,6 +21,8 @@ class FormPeer {
   virtual void VisibleChanged() = 0;
   virtual void WindowStateChanged() = 0;
   virtual void Invalidate() = 0;
+  // The title text changed; a host without titles may ignore it.
+  virtual void CaptionChanged() {}
 };
 
 struct ScreenInfo {

@@ -80,6 +80,19 @@ TEST(FormWindowTest, ColourKeyFormIsALayeredToolPopupWithTheKeyColour) {
   EXPECT_FALSE(::IsWindowVisible(hwnd));
 }
 
+TEST(FormWindowTest, TheCaptionIsTheWindowText) {
+  Win32Ui ui;
+  Form form(ui, SideBarArgs("CaptionForm"));
+  const HWND hwnd = LoadAndFind(form);
+  ASSERT_NE(hwnd, nullptr);
+  form.SetCaption("4");
+  wchar_t text[16] = {};
+  ::GetWindowTextW(hwnd, text, 16);
+  EXPECT_STREQ(text, L"4");
+  form.SetCaption("");
+  EXPECT_EQ(::GetWindowTextLengthW(hwnd), 0);
+}
+
 TEST(FormWindowTest, APlainFormHasATitleBarAndNoLayering) {
   Win32Ui ui;
   FormArgs args;

@@ -87,6 +87,8 @@ void FormWindow::WindowStateChanged() {
 
 void FormWindow::Invalidate() { ::InvalidateRect(hwnd(), nullptr, FALSE); }
 
+void FormWindow::CaptionChanged() { ::SetWindowTextW(hwnd(), Widen(form_.Caption()).c_str()); }
+
 LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept {
   switch (message) {
     case WM_ERASEBKGND:

@@ -25,6 +25,7 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   void VisibleChanged() override;
   void WindowStateChanged() override;
   void Invalidate() override;
+  void CaptionChanged() override;
 
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept;
 
