@@ -16,6 +16,8 @@ namespace {
 constexpr int kNarrowWidth = 2350;
 constexpr int kWideWidth = 2640;
 constexpr int kMinimumPeriodSeconds = 15;
+// The uptime strip's own colour, shown while no user colour is stored.
+constexpr Colour kCaption1Design = Rgb(38, 50, 56);
 
 FormArgs Form1Args() {
   FormArgs args;
@@ -125,6 +127,7 @@ void Form1::WireHiddenControls() {
 }
 
 void Form1::WireVisuals() {
+  Caption1.SetBackColor(kCaption1Design);
   AddVisual(Caption1);
   AddVisual(Image5);
   AddVisual(Image9);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/system_colours.h"
 #include "ui/form.h"
 
 namespace quillet {
@@ -58,8 +59,8 @@ void Label::SetBackStyle(int style) { back_style_ = style; Changed(); }
 void Label::SetBackColor(Colour colour) { back_ = colour; Changed(); }
 
 void Label::Paint(Painter& painter) const {
-  if (back_style_ != 0) painter.FillRect(Bounds(), back_);
-  painter.DrawText(Bounds(), caption_, font_, fore_, align_);
+  if (back_style_ != 0) painter.FillRect(Bounds(), ResolveColour(back_));
+  painter.DrawText(Bounds(), caption_, font_, ResolveColour(fore_), align_);
 }
 
 }  // namespace quillet

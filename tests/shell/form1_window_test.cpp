@@ -116,13 +116,21 @@ TEST_F(Form1Window, PaintsASeeThroughBarWithTheUptimeOnIt) {
   EXPECT_EQ(painter.ops[0].kind, RecordingPainter::Op::kFill);
   EXPECT_EQ(painter.ops[0].colour, kKeyColour);
   EXPECT_EQ(painter.Texts(), (std::vector<std::string>{"0 days, 3 hours, 0 minutes"}));
+  // No stored colour: the strip is opaque in its own design colour.
+  ASSERT_EQ(painter.ops.size(), 3u);
+  EXPECT_EQ(painter.ops[1].rect.left, 60);
+  EXPECT_NE(painter.ops[1].colour, kKeyColour);
   // A stored colour gives the label an opaque background.
   f.Text4.SetText("65280");
   painter.ops.clear();
   f.Paint(painter);
   ASSERT_EQ(painter.ops.size(), 3u);
   EXPECT_EQ(painter.ops[1].colour, Rgb(0, 255, 0));
-  EXPECT_EQ(painter.ops[1].rect.left, 60);
+  // "T" makes it see-through.
+  f.Text4.SetText("T");
+  painter.ops.clear();
+  f.Paint(painter);
+  EXPECT_EQ(painter.ops.size(), 2u);
 }
 
 }  // namespace
