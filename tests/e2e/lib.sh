@@ -146,11 +146,12 @@ e2e_prefix_new() {
   local prefix=$E2E_WORK/prefix$((${#E2E_PREFIXES[@]} + 1))
   E2E_PREFIXES+=("$prefix")
   export WINEPREFIX=$prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-  if [[ -n ${E2E_TEMPLATE_PREFIX:-} && -f $E2E_TEMPLATE_PREFIX/system.reg ]]; then
-    cp -a "$E2E_TEMPLATE_PREFIX" "$prefix"
-  else
-    e2e_prefix_boot "$prefix"
+  if [[ -z ${E2E_TEMPLATE_PREFIX:-} || ! -f $E2E_TEMPLATE_PREFIX/system.reg ]]; then
+    # Boot once, copy for every prefix after: a copy takes seconds, a boot ~15 s.
+    E2E_TEMPLATE_PREFIX=$E2E_WORK/template
+    e2e_prefix_boot "$E2E_TEMPLATE_PREFIX"
   fi
+  cp -a "$E2E_TEMPLATE_PREFIX" "$prefix"
   E2E_DRIVE_TYPES=()
 }
 
@@ -283,18 +284,24 @@ e2e_x_windows() {
   xdotool search --onlyvisible --class "^$class\$" 2>/dev/null
 }
 
-# The main window is the side bar: the visible, unowned top-level window
-# whose title is the number of drive cards (the bar has no title bar, and
-# its title text holds that count). Prints its probe line.
+# The main window is the side bar. Candidates are the visible, unowned
+# top-level windows of the program; the bar keeps its card count as its title
+# text, so a numeric title decides; otherwise the earliest made wins (the bar
+# is the first window loaded; Wine numbers handles in creation order).
+# Prints its probe line.
 e2e_main_probe_line() {
-  local line
+  local line best= best_index=
   while IFS= read -r line; do
     [[ $(e2e_field "$line" visible) == 1 && $(e2e_field "$line" owner) == 0x0 ]] || continue
-    [[ $line =~ title=[0-9]+$ ]] || continue
-    printf '%s\n' "$line"
-    return 0
+    (($(e2e_field "$line" width) > 1 && $(e2e_field "$line" height) > 1)) || continue
+    if [[ $line =~ title=[0-9]+$ ]]; then
+      printf '%s\n' "$line"
+      return 0
+    fi
+    local index=$(($(e2e_field "$line" hwnd) & 0xffff))
+    if [[ -z $best ]] || ((index < best_index)); then best=$line best_index=$index; fi
   done < <(e2e_probe)
-  return 1
+  [[ -n $best ]] && printf '%s\n' "$best"
 }
 
 # e2e_wait_main_window: waits until the side bar shows on the X display;
@@ -390,4 +397,22 @@ e2e_window_named() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null; }
 e2e_press_key() {
   xdotool windowfocus "$1" 2>/dev/null
   xdotool key "$2"
+}
+
+# ---------------------------------------------------------------- input and screen
+
+# e2e_click X Y [BUTTON]: moves the pointer to a screen point and clicks.
+e2e_click() {
+  xdotool mousemove "$1" "$2"
+  xdotool click "${3:-1}"
+}
+
+# e2e_mouse_move X Y: moves the pointer (no button).
+e2e_mouse_move() { xdotool mousemove "$1" "$2"; }
+
+# e2e_set_dpi DPI: the screen DPI Wine reports to the next program started
+# (96 is 15 twips a pixel, 144 is 10). Stops the prefix's server to apply it.
+e2e_set_dpi() {
+  wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
+  e2e_wine_stop
 }

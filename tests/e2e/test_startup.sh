@@ -27,7 +27,7 @@ start_and_wait() {
   case $status in
     0) e2e_pass "$1: the side bar window shows" ;;
     2) e2e_fail "$1: the side bar window shows" "the program ended first; its output: $(tail -c 400 "$E2E_LOG")" ;;
-    *) e2e_fail "$1: the side bar window shows" "no visible unowned window titled with a card count within ${E2E_TIMEOUT}s; windows seen: $(e2e_probe | tr '\n' ';')" ;;
+    *) e2e_fail "$1: the side bar window shows" "no visible unowned window of the program within ${E2E_TIMEOUT}s; windows seen: $(e2e_probe | tr '\n' ';')" ;;
   esac
   return $status
 }
