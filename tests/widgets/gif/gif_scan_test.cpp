@@ -254,7 +254,9 @@ TEST(ScanGifBlocks, AGraphicControlWaitsForTheNextImageOnly) {
   gif.Image(Frame(4, 4, 1));
   const auto second_offset = static_cast<std::int32_t>(gif.Size());
   gif.Image(Frame(4, 4, 2));
-  gif.GraphicControl(1, 3, std::uint8_t{1}).GraphicControl(0, 4);  // the later one wins
+  // The later one wins. Its index byte is not a transparent index, and not a
+  // sub-block length either.
+  gif.GraphicControl(1, 3, std::uint8_t{1}).Bytes({0x21, 0xF9, 4, 0x00, 4, 0, 77, 0});
   gif.Image(Frame(4, 4, 3));
   gif.GraphicControl(2, 99).Trailer();  // nothing follows it
   const GifScanResult scan = ScanGifBlocks(gif.Get());
