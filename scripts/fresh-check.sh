@@ -12,7 +12,7 @@ root=$work/root
 
 # The mirror this machine itself uses.
 mirror=$(sed -n -e 's/^URIs: *\(http[^ ]*debian\)$/\1/p' -e 's/^deb  *\(http[^ ]*debian\)  *bookworm .*/\1/p' \
-  /etc/apt/sources.list /etc/apt/sources.list.d/* 2>/dev/null | head -n1)
+  /etc/apt/sources.list /etc/apt/sources.list.d/* 2>/dev/null | head -n1 || true)
 mirror=${mirror:-http://deb.debian.org/debian}
 
 if [[ ! -x $base/usr/bin/apt-get ]]; then

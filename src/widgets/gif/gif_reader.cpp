@@ -34,14 +34,37 @@ constexpr InterlacePass kInterlacePasses[] = {{0, 8}, {4, 8}, {2, 4}, {1, 2}};
 std::int32_t GifReader::LoadGifBytes(std::vector<std::uint8_t> gif_bytes, const GifLoadOptions& options) {
   ClearGif();
   gif_bytes_ = std::move(gif_bytes);
+  return Load(gif_bytes_, options);
+}
+
+std::int32_t GifReader::LoadAllFrames(std::span<const std::uint8_t> gif_bytes, const GifLoadOptions& options) {
+  ClearGif();
+  // Holds the old stream until the end, since `gif_bytes` may point into it.
+  const std::vector<std::uint8_t> previous = std::move(gif_bytes_);
+  gif_bytes_.clear();
+  if (options.DesignTime) {
+    gif_bytes_.assign(gif_bytes.begin(), gif_bytes.end());
+    gif_bytes = gif_bytes_;
+  }
+  const std::int32_t count = Load(gif_bytes, options);
+  if (count > 0) {
+    BuildFrameStrip(false);
+    FinishLoading();
+  }
+  stream_ = {};
+  return count;
+}
+
+std::int32_t GifReader::Load(std::span<const std::uint8_t> stream, const GifLoadOptions& options) {
+  stream_ = stream;
   options_ = options;
   animation_.CanvasWidth = 0;
   animation_.CanvasHeight = 0;
   animation_.LoopCount = 0;
 
   std::int32_t count = 0;
-  if (!gif_bytes_.empty()) {
-    GifScanResult scan = ScanGifBlocks(gif_bytes_);
+  if (!stream_.empty()) {
+    GifScanResult scan = ScanGifBlocks(stream_);
     animation_.CanvasWidth = scan.CanvasWidth;
     animation_.CanvasHeight = scan.CanvasHeight;
     animation_.LoopCount = scan.LoopCount;
@@ -79,18 +102,10 @@ void GifReader::FinishLoading() {
   blocks_.shrink_to_fit();
   second_pass_pending_ = false;
   if (!options_.DesignTime) {
+    stream_ = {};
     gif_bytes_.clear();
     gif_bytes_.shrink_to_fit();
   }
-}
-
-std::int32_t GifReader::LoadAllFrames(std::vector<std::uint8_t> gif_bytes, const GifLoadOptions& options) {
-  const std::int32_t count = LoadGifBytes(std::move(gif_bytes), options);
-  if (count > 0) {
-    BuildFrameStrip(false);
-    FinishLoading();
-  }
-  return count;
 }
 
 void GifReader::ClearGif() {
@@ -102,6 +117,7 @@ void GifReader::ClearGif() {
   animation_.CanvasHeight = canvas_height;
   animation_.LoopCount = loop_count;
   blocks_.clear();
+  stream_ = {};
   next_strip_x_ = 0;
   second_pass_pending_ = false;
 }
@@ -169,8 +185,8 @@ void GifReader::UnpackFrame(std::size_t index) {
   const BlockRef& ref = blocks_[index];
   const auto start = static_cast<std::size_t>(ref.Start);
   const std::size_t length =
-      std::min(static_cast<std::size_t>(ref.Length), gif_bytes_.size() - start);
-  const std::span<const std::uint8_t> block(gif_bytes_.data() + start, length);
+      std::min(static_cast<std::size_t>(ref.Length), stream_.size() - start);
+  const auto block = stream_.subspan(start, length);
   if (block.size() <= kDescriptorSize) return;
   const std::uint8_t packed = block[kDescriptorPacked];
   std::size_t data_offset = kDescriptorSize;

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "widgets/gif/gif_types.h"
@@ -44,8 +45,9 @@ class GifReader {
   // Drops the frame blocks and, unless at design time, the stream.
   void FinishLoading();
 
-  // LoadGifBytes, the second pass and FinishLoading in one.
-  std::int32_t LoadAllFrames(std::vector<std::uint8_t> gif_bytes, const GifLoadOptions& options = {});
+  // Loads and unpacks every frame at once, straight from `gif_bytes`, which
+  // need only live for the call (at design time a copy is kept).
+  std::int32_t LoadAllFrames(std::span<const std::uint8_t> gif_bytes, const GifLoadOptions& options = {});
 
   // Forgets the frames, tables and strip. The canvas size and loop count
   // stay until the next load resets them.
@@ -57,6 +59,7 @@ class GifReader {
   bool SecondPassPending() const { return second_pass_pending_; }
 
  private:
+  std::int32_t Load(std::span<const std::uint8_t> stream, const GifLoadOptions& options);
   bool PrepareStrip();
   void PlanStrip();
   void UnpackFrame(std::size_t index);
@@ -64,6 +67,7 @@ class GifReader {
 
   GifAnimation animation_;
   std::vector<std::uint8_t> gif_bytes_;
+  std::span<const std::uint8_t> stream_;  // what is being unpacked: gif_bytes_ or the caller's
   std::vector<BlockRef> blocks_;
   GifLoadOptions options_;
   std::int64_t next_strip_x_ = 0;

@@ -134,6 +134,19 @@ TEST(GifReader, AtDesignTimeOnlyFrameOneIsUnpackedAndTheStreamIsKept) {
   EXPECT_EQ(reader.GifBytes(), three.gif.Get());
 }
 
+TEST(GifReader, ReloadsFromTheStreamItKept) {
+  const ThreeFrameGif three;
+  GifReader reader;
+  GifLoadOptions design;
+  design.DesignTime = true;
+  ASSERT_EQ(reader.LoadAllFrames(three.gif.Get(), design), 3);
+  ASSERT_EQ(reader.LoadAllFrames(reader.GifBytes(), design), 3);
+  EXPECT_EQ(reader.GifBytes(), three.gif.Get());
+  ASSERT_EQ(reader.LoadAllFrames(reader.GifBytes()), 3);  // at run time the stream goes
+  EXPECT_TRUE(reader.GifBytes().empty());
+  EXPECT_EQ(StripPixels(reader.Animation(), 2), three.images[2].pixels);
+}
+
 TEST(GifReader, AFrameCutShortKeepsWhatArrived) {
   TestImage first = MakeImage(20, 20, 1);
   TestImage last = MakeImage(50, 40, 2);
