@@ -20,7 +20,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-struct SetSpec {
+struct ImageSet {
   const char* name;
   int gifs;
   int width;
@@ -155,34 +155,34 @@ bool SameFrames(const std::vector<Bytes>& gifs) {
   return true;
 }
 
-int RunSet(const SetSpec& spec) {
+int RunSet(const ImageSet& set) {
   std::vector<Bytes> gifs;
-  for (int i = 0; i < spec.gifs; ++i) {
-    gifs.push_back(MakeAnimation(spec.width, spec.height, spec.frames, static_cast<std::uint32_t>(i + 1)));
+  for (int i = 0; i < set.gifs; ++i) {
+    gifs.push_back(MakeAnimation(set.width, set.height, set.frames, static_cast<std::uint32_t>(i + 1)));
   }
   if (!SameFrames(gifs)) {
-    std::printf("%s: the two decoders disagree\n", spec.name);
+    std::printf("%s: the two decoders disagree\n", set.name);
     return 1;
   }
   // Alternate the two so neither is favoured by the machine's state.
   double quillet = 0;
   double giflib = 0;
   for (int pass = 0; pass < 2; ++pass) {
-    quillet = std::max(quillet, BestMegabytesPerSecond(gifs, spec.rounds, DecodeWithQuillet));
-    giflib = std::max(giflib, BestMegabytesPerSecond(gifs, spec.rounds, DecodeWithGiflib));
+    quillet = std::max(quillet, BestMegabytesPerSecond(gifs, set.rounds, DecodeWithQuillet));
+    giflib = std::max(giflib, BestMegabytesPerSecond(gifs, set.rounds, DecodeWithGiflib));
   }
-  std::printf("%s: quillet %.1f MB/s, giflib %.1f MB/s, ratio %.2f\n", spec.name, quillet, giflib, quillet / giflib);
+  std::printf("%s: quillet %.1f MB/s, giflib %.1f MB/s, ratio %.2f\n", set.name, quillet, giflib, quillet / giflib);
   return 0;
 }
 
 }  // namespace
 
 int main() {
-  const SetSpec sets[] = {
+  const ImageSet sets[] = {
       {"small", 48, 160, 120, 12, 5},
       {"large", 3, 1024, 768, 24, 3},
   };
   int failures = 0;
-  for (const SetSpec& spec : sets) failures += RunSet(spec);
+  for (const ImageSet& set : sets) failures += RunSet(set);
   return failures == 0 ? 0 : 1;
 }
