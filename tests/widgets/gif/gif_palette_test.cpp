@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <utility>
 
 #include "widgets/gif/gif_reader.h"
 #include "widgets/gif/gif_test_bytes.h"
@@ -10,24 +10,16 @@
 namespace quillet {
 namespace {
 
-using gif_test::GifWriter;
-using gif_test::MakeImage;
-using gif_test::TestImage;
-using gif_test::TestPalette;
+using namespace gif_test;
 
 const std::vector<std::uint32_t> kGlobal = TestPalette(4, 1);
 const std::vector<std::uint32_t> kFirst = TestPalette(8, 2);
 const std::vector<std::uint32_t> kThird = TestPalette(2, 3);
 
-TestImage WithTable(TestImage image, const std::vector<std::uint32_t>& table) {
-  image.local_table = table;
-  return image;
-}
-
 // Frame 1 and 3 have tables of their own, frame 2 uses the global one.
-class PaletteTest : public testing::Test {
+class GifPalette : public testing::Test {
  protected:
-  PaletteTest() {
+  GifPalette() {
     GifWriter gif;
     gif.Screen(4, 4, kGlobal)
         .Image(WithTable(MakeImage(4, 4, 1, 4), kFirst))
@@ -42,32 +34,19 @@ class PaletteTest : public testing::Test {
   GifReader reader_;
 };
 
-struct GetCase {
-  std::string name;
-  std::int32_t frame;
-  const std::vector<std::uint32_t>* colors;  // null: refused
-};
-
-class GetPaletteOf : public PaletteTest, public testing::WithParamInterface<GetCase> {};
-
-TEST_P(GetPaletteOf, GivesAFramesOwnTableOrRefuses) {
-  std::vector<std::uint32_t> colors = {123};
-  const bool found = GetPalette(gif(), GetParam().frame, colors);
-  ASSERT_EQ(found, GetParam().colors != nullptr);
-  if (found) {
-    EXPECT_EQ(colors, *GetParam().colors);
+TEST_F(GifPalette, GetPaletteGivesAFramesOwnTableOrRefuses) {
+  const std::pair<std::int32_t, const std::vector<std::uint32_t>*> cases[] = {
+      {0, &kGlobal}, {1, &kFirst}, {2, nullptr}, {3, &kThird}, {4, nullptr}, {-1, nullptr}};  // null: refused
+  for (const auto& [frame, expected] : cases) {
+    SCOPED_TRACE(frame);
+    std::vector<std::uint32_t> colors = {123};
+    const bool found = GetPalette(gif(), frame, colors);
+    ASSERT_EQ(found, expected != nullptr);
+    if (found) { EXPECT_EQ(colors, *expected); }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Frames, GetPaletteOf,
-                         testing::Values(GetCase{"Global", 0, &kGlobal}, GetCase{"LocalTable", 1, &kFirst},
-                                         GetCase{"UsesTheGlobalTable", 2, nullptr},
-                                         GetCase{"SmallLocalTable", 3, &kThird},
-                                         GetCase{"PastTheLastFrame", 4, nullptr},
-                                         GetCase{"Negative", -1, nullptr}),
-                         [](const auto& p) { return p.param.name; });
-
-TEST_F(PaletteTest, SetPaletteTakesExactlyTheTablesCount) {
+TEST_F(GifPalette, SetPaletteTakesExactlyTheTablesCount) {
   const std::vector<std::uint32_t> short_list(7, 0x010203);
   EXPECT_FALSE(SetPalette(gif(), 1, short_list));
   std::vector<std::uint32_t> colors;
@@ -87,7 +66,7 @@ TEST_F(PaletteTest, SetPaletteTakesExactlyTheTablesCount) {
   EXPECT_EQ(colors.size(), 4u);
 }
 
-TEST_F(PaletteTest, ACachedCopyComesBackAsOftenAsAsked) {
+TEST_F(GifPalette, ACachedCopyComesBackAsOftenAsAsked) {
   gif().SelectedTable = 1;
   ASSERT_TRUE(CacheColorTables(gif()));
   EXPECT_FALSE(CacheColorTables(gif()));  // one copy at a time
@@ -108,21 +87,17 @@ TEST_F(PaletteTest, ACachedCopyComesBackAsOftenAsAsked) {
   EXPECT_TRUE(CacheColorTables(gif()));
 }
 
-TEST(Palette, NothingLoadedRefusesEverything) {
+TEST(GifPaletteRefusals, NothingLoadedOrNoGlobalTable) {
   GifAnimation empty;
   std::vector<std::uint32_t> colors;
   EXPECT_FALSE(GetPalette(empty, 0, colors));
   EXPECT_FALSE(SetPalette(empty, 0, std::vector<std::uint32_t>(256)));
   EXPECT_FALSE(RestoreColorTables(empty, true));
-}
 
-TEST(Palette, NoGlobalTableMeansNoPaletteForFrameZero) {
-  GifWriter gif;
-  gif.Screen(4, 4, {}).Image(WithTable(MakeImage(4, 4, 1, 4), kFirst)).Trailer();
   GifReader reader;
-  ASSERT_EQ(reader.LoadAllFrames(gif.Get()), 1);
-  std::vector<std::uint32_t> colors;
-  EXPECT_FALSE(GetPalette(reader.Animation(), 0, colors));
+  const TestImage only = WithTable(MakeImage(4, 4, 1, 4), kFirst);
+  ASSERT_EQ(reader.LoadAllFrames(GifWriter().Screen(4, 4, {}).Image(only).Get()), 1);
+  EXPECT_FALSE(GetPalette(reader.Animation(), 0, colors));  // frame 0 is the global table: there is none
   EXPECT_TRUE(GetPalette(reader.Animation(), 1, colors));
 }
 

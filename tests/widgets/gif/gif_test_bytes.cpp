@@ -25,6 +25,13 @@ std::vector<std::uint8_t> InterlacedOrder(const std::vector<std::uint8_t>& pixel
   return out;
 }
 
+// Bits of the size field of the smallest table that holds `count` colours.
+std::uint8_t TableBits(std::size_t count) {
+  std::uint8_t bits = 0;
+  while ((std::size_t{2} << bits) < count) ++bits;
+  return bits;
+}
+
 }  // namespace
 
 // Greedy LZW: the longest known string is written, then that string plus the
@@ -123,13 +130,21 @@ TestImage MakeImage(int width, int height, std::uint32_t seed, int levels) {
   image.width = width;
   image.height = height;
   image.pixels = PhotoPixels(width, height, seed, levels);
+  image.lzw.min_code_size = std::max<int>(2, TableBits(static_cast<std::size_t>(levels)) + 1);
   return image;
 }
 
-std::uint8_t TableBits(std::size_t count) {
-  std::uint8_t bits = 0;
-  while ((std::size_t{2} << bits) < count) ++bits;
-  return bits;
+TestImage Solid(int width, int height, std::uint8_t index) {
+  TestImage image;
+  image.width = width;
+  image.height = height;
+  image.pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), index);
+  return image;
+}
+
+TestImage WithTable(TestImage image, std::vector<std::uint32_t> table) {
+  image.local_table = std::move(table);
+  return image;
 }
 
 GifWriter::GifWriter(std::string_view signature) : bytes_(signature.begin(), signature.end()) {}
@@ -139,54 +154,40 @@ GifWriter& GifWriter::Screen(std::uint16_t width, std::uint16_t height,
   Word(width);
   Word(height);
   bytes_.push_back(global_table.empty() ? 0x70 : static_cast<std::uint8_t>(0xF0 | TableBits(global_table.size())));
-  bytes_.push_back(0);  // background
-  bytes_.push_back(0);  // aspect ratio
+  // Background and aspect ratio: not 0, so a reader that took them for
+  // blocks would stop there.
+  bytes_.push_back(1);
+  bytes_.push_back(49);
   Table(global_table);
   return *this;
 }
 
-GifWriter& GifWriter::Netscape(std::uint16_t loops, std::string_view name) {
-  return Application(name, {{1, static_cast<std::uint8_t>(loops & 0xFF), static_cast<std::uint8_t>(loops >> 8)}});
+GifWriter& GifWriter::Netscape(std::uint16_t loops) {
+  return Application("NETSCAPE2.0",
+                     {{1, static_cast<std::uint8_t>(loops & 0xFF), static_cast<std::uint8_t>(loops >> 8)}});
 }
 
 GifWriter& GifWriter::Application(std::string_view name,
                                   const std::vector<std::vector<std::uint8_t>>& sub_blocks) {
+  std::vector<std::vector<std::uint8_t>> blocks = {{name.begin(), name.end()}};
+  blocks.insert(blocks.end(), sub_blocks.begin(), sub_blocks.end());
+  return Extension(0xFF, blocks);
+}
+
+GifWriter& GifWriter::GraphicControl(int disposal, std::uint16_t delay, std::optional<std::uint8_t> transparent) {
+  const auto packed = static_cast<std::uint8_t>((disposal << 2) | (transparent ? 1 : 0));
+  return Extension(0xF9, {{packed, static_cast<std::uint8_t>(delay & 0xFF), static_cast<std::uint8_t>(delay >> 8),
+                           transparent.value_or(0)}});
+}
+
+GifWriter& GifWriter::Extension(std::uint8_t label, const std::vector<std::vector<std::uint8_t>>& sub_blocks) {
   bytes_.push_back(0x21);
-  bytes_.push_back(0xFF);
-  bytes_.push_back(static_cast<std::uint8_t>(name.size()));
-  bytes_.insert(bytes_.end(), name.begin(), name.end());
+  bytes_.push_back(label);
   for (const auto& block : sub_blocks) {
     bytes_.push_back(static_cast<std::uint8_t>(block.size()));
     bytes_.insert(bytes_.end(), block.begin(), block.end());
   }
   bytes_.push_back(0);
-  return *this;
-}
-
-GifWriter& GifWriter::GraphicControl(int disposal, std::uint16_t delay, std::optional<std::uint8_t> transparent) {
-  bytes_.push_back(0x21);
-  bytes_.push_back(0xF9);
-  bytes_.push_back(4);
-  bytes_.push_back(static_cast<std::uint8_t>((disposal << 2) | (transparent ? 1 : 0)));
-  Word(delay);
-  bytes_.push_back(transparent.value_or(0));
-  bytes_.push_back(0);
-  return *this;
-}
-
-GifWriter& GifWriter::Comment(std::string_view text) {
-  bytes_.push_back(0x21);
-  bytes_.push_back(0xFE);
-  SubBlocks(text);
-  return *this;
-}
-
-GifWriter& GifWriter::PlainText(std::string_view text) {
-  bytes_.push_back(0x21);
-  bytes_.push_back(0x01);
-  const std::vector<std::uint8_t> header = {12, 0, 0, 0, 0, 8, 0, 8, 0, 8, 8, 1, 0};
-  bytes_.insert(bytes_.end(), header.begin(), header.end());
-  SubBlocks(text);
   return *this;
 }
 
@@ -199,8 +200,7 @@ GifWriter& GifWriter::Image(const TestImage& image) {
   bytes_.push_back(static_cast<std::uint8_t>(image.lzw.min_code_size));
   const auto data = ReferenceLzw(
       image.interlaced ? InterlacedOrder(image.pixels, image.width, image.height) : image.pixels, image.lzw);
-  bytes_.insert(bytes_.end(), data.begin(), data.end());
-  return *this;
+  return Bytes(data);
 }
 
 GifWriter& GifWriter::Descriptor(std::uint16_t left, std::uint16_t top, std::uint16_t width, std::uint16_t height,
@@ -219,10 +219,7 @@ GifWriter& GifWriter::Bytes(const std::vector<std::uint8_t>& bytes) {
   return *this;
 }
 
-GifWriter& GifWriter::Trailer() {
-  bytes_.push_back(0x3B);
-  return *this;
-}
+GifWriter& GifWriter::Trailer() { return Bytes({0x3B}); }
 
 std::vector<std::uint8_t> GifWriter::Prefix(std::size_t length) const {
   return {bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(std::min(length, bytes_.size()))};
@@ -241,14 +238,20 @@ void GifWriter::Table(const std::vector<std::uint32_t>& colors) {
   }
 }
 
-void GifWriter::SubBlocks(std::string_view text) {
-  for (std::size_t i = 0; i < text.size(); i += 255) {
-    const std::size_t n = std::min<std::size_t>(255, text.size() - i);
-    bytes_.push_back(static_cast<std::uint8_t>(n));
-    bytes_.insert(bytes_.end(), text.begin() + static_cast<std::ptrdiff_t>(i),
-                  text.begin() + static_cast<std::ptrdiff_t>(i + n));
+GifWriter WithGlobalTable() {
+  GifWriter gif;
+  gif.Screen(64, 64, TestPalette(256, 3));
+  return gif;
+}
+
+std::vector<std::uint8_t> StripPixels(const GifAnimation& gif, std::size_t frame) {
+  const FrameRecord& f = gif.Frames[frame];
+  std::vector<std::uint8_t> pixels;
+  for (std::int32_t y = 0; y < f.Height; ++y) {
+    const std::uint8_t* row = gif.Strip.Row(y) + f.StripX;
+    pixels.insert(pixels.end(), row, row + f.Width);
   }
-  bytes_.push_back(0);
+  return pixels;
 }
 
 }  // namespace quillet::gif_test

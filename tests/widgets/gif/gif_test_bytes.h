@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "widgets/gif/gif_types.h"
+
 namespace quillet::gif_test {
 
 enum class TableFull {
@@ -54,7 +56,10 @@ struct TestImage {
   LzwOptions lzw;
 };
 
+// PhotoPixels compressed with the smallest code size that holds `levels`.
 TestImage MakeImage(int width, int height, std::uint32_t seed, int levels = 256);
+TestImage Solid(int width, int height, std::uint8_t index);
+TestImage WithTable(TestImage image, std::vector<std::uint32_t> table);
 
 class GifWriter {
  public:
@@ -62,11 +67,10 @@ class GifWriter {
 
   // Logical screen; a global table when `global_table` is not empty.
   GifWriter& Screen(std::uint16_t width, std::uint16_t height, const std::vector<std::uint32_t>& global_table);
-  GifWriter& Netscape(std::uint16_t loops, std::string_view name = "NETSCAPE2.0");
+  GifWriter& Netscape(std::uint16_t loops);
   GifWriter& Application(std::string_view name, const std::vector<std::vector<std::uint8_t>>& sub_blocks);
   GifWriter& GraphicControl(int disposal, std::uint16_t delay, std::optional<std::uint8_t> transparent = {});
-  GifWriter& Comment(std::string_view text);
-  GifWriter& PlainText(std::string_view text);
+  GifWriter& Extension(std::uint8_t label, const std::vector<std::vector<std::uint8_t>>& sub_blocks);
   GifWriter& Image(const TestImage& image);
   GifWriter& Descriptor(std::uint16_t left, std::uint16_t top, std::uint16_t width, std::uint16_t height,
                         std::uint8_t packed);
@@ -81,12 +85,14 @@ class GifWriter {
  private:
   void Word(std::uint16_t value);
   void Table(const std::vector<std::uint32_t>& colors);
-  void SubBlocks(std::string_view text);
 
   std::vector<std::uint8_t> bytes_;
 };
 
-// Bits of a table's size field for `count` colours (count a power of 2).
-std::uint8_t TableBits(std::size_t count);
+// A 64 x 64 screen with a 256-colour global table, ready for frames.
+GifWriter WithGlobalTable();
+
+// Frame `frame` (0-based) as it lies in the strip, rows top to bottom.
+std::vector<std::uint8_t> StripPixels(const GifAnimation& gif, std::size_t frame);
 
 }  // namespace quillet::gif_test

@@ -10,11 +10,7 @@
 namespace quillet {
 namespace {
 
-using gif_test::CodeWriter;
-using gif_test::LzwOptions;
-using gif_test::PhotoPixels;
-using gif_test::ReferenceLzw;
-using gif_test::TableFull;
+using namespace gif_test;
 
 using Codes = std::vector<std::pair<std::uint32_t, int>>;  // code, width
 
@@ -27,9 +23,9 @@ struct CodeCase {
   std::size_t decoded;
 };
 
-class DecodeCodes : public testing::TestWithParam<CodeCase> {};
+class LzwDecodeCodes : public testing::TestWithParam<CodeCase> {};
 
-TEST_P(DecodeCodes, ProducesTheIndicesTheCodesStandFor) {
+TEST_P(LzwDecodeCodes, ProducesTheIndicesTheCodesStandFor) {
   const CodeCase& c = GetParam();
   CodeWriter writer;
   for (const auto& [code, width] : c.codes) writer.Code(code, width);
@@ -42,9 +38,8 @@ TEST_P(DecodeCodes, ProducesTheIndicesTheCodesStandFor) {
 // With a minimum code size of 2: clear 4, end 5, first new code 6, codes
 // three bits wide until code 7 is defined.
 INSTANTIATE_TEST_SUITE_P(
-    Streams, DecodeCodes,
+    Streams, LzwDecodeCodes,
     testing::Values(
-        CodeCase{"Literals", 2, {{4, 3}, {1, 3}, {2, 3}, {3, 3}, {5, 3}}, 3, {1, 2, 3}, 3},
         CodeCase{"DefinedCode", 2, {{4, 3}, {1, 3}, {2, 3}, {6, 3}, {5, 3}}, 4, {1, 2, 1, 2}, 4},
         CodeCase{"CodeBeingDefined", 2, {{4, 3}, {1, 3}, {6, 3}, {5, 3}}, 3, {1, 1, 1}, 3},
         CodeCase{"CodeBeingDefinedTwice", 2, {{4, 3}, {3, 3}, {6, 3}, {7, 4}, {5, 4}}, 6, {3, 3, 3, 3, 3, 3}, 6},
@@ -59,60 +54,38 @@ INSTANTIATE_TEST_SUITE_P(
         CodeCase{"DataRunsOut", 8, {{256, 9}, {1, 9}, {2, 9}}, 4, {1, 2, 0, 0}, 2},
         CodeCase{"MorePixelsThanTheFrameHolds", 2, {{4, 3}, {1, 3}, {2, 3}, {3, 3}, {5, 3}}, 2, {1, 2}, 2},
         CodeCase{"StringCutAtTheFrameEnd", 2, {{4, 3}, {1, 3}, {2, 3}, {6, 3}, {5, 3}}, 3, {1, 2, 1}, 3},
-        CodeCase{"EightBitLiterals", 8, {{256, 9}, {255, 9}, {0, 9}, {258, 9}, {257, 9}}, 4, {255, 0, 255, 0}, 4},
         CodeCase{"CodeSizeOne", 1, {{2, 2}, {1, 2}, {0, 2}, {4, 3}, {3, 3}}, 4, {1, 0, 1, 0}, 4},
         CodeCase{"CodeSizeZeroIsRefused", 0, {{1, 1}, {0, 1}}, 2, {0, 0}, 0},
         CodeCase{"CodeSizeNineIsRefused", 9, {{512, 10}, {300, 10}}, 1, {0}, 0}),
     [](const auto& p) { return p.param.name; });
-
-struct RoundTripCase {
-  std::string name;
-  int width;
-  int height;
-  int levels;
-  LzwOptions lzw;
-};
-
-std::vector<std::uint8_t> Solid(int width, int height, std::uint8_t value) {
-  return std::vector<std::uint8_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), value);
-}
-
-std::vector<std::uint8_t> CasePixels(const RoundTripCase& c) {
-  if (c.levels == 1) return Solid(c.width, c.height, 1);
-  return PhotoPixels(c.width, c.height, static_cast<std::uint32_t>(c.width * 31 + c.height), c.levels);
-}
-
-class DecodeRoundTrip : public testing::TestWithParam<RoundTripCase> {};
-
-TEST_P(DecodeRoundTrip, GivesBackWhatAnotherEncoderCompressed) {
-  const RoundTripCase& c = GetParam();
-  const auto source = CasePixels(c);
-  LzwDecoder decoder;
-  const auto pixels = decoder.Decode(c.lzw.min_code_size, ReferenceLzw(source, c.lzw), source.size());
-  EXPECT_EQ(decoder.DecodedCount(), source.size());
-  EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), source.begin(), source.end()));
-}
 
 LzwOptions Lzw(int min_code_size, TableFull table_full = TableFull::kClear, bool leading_clear = true,
                int sub_block_size = 255) {
   return LzwOptions{min_code_size, leading_clear, table_full, sub_block_size};
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Images, DecodeRoundTrip,
-    testing::Values(RoundTripCase{"OnePixel", 1, 1, 256, Lzw(8)},
-                    RoundTripCase{"TwoColours", 37, 11, 2, Lzw(2)},
-                    RoundTripCase{"FourColours", 64, 64, 4, Lzw(2)},
-                    RoundTripCase{"SixteenColours", 100, 50, 16, Lzw(4)},
-                    RoundTripCase{"SeventyColours", 120, 80, 70, Lzw(7)},
-                    RoundTripCase{"FullTableCleared", 400, 300, 256, Lzw(8)},
-                    RoundTripCase{"FullTableKeptWithoutClear", 400, 300, 256, Lzw(8, TableFull::kKeepGoing)},
-                    RoundTripCase{"SmallCodesKeptWithoutClear", 300, 300, 4, Lzw(2, TableFull::kKeepGoing)},
-                    RoundTripCase{"NoLeadingClear", 200, 100, 256, Lzw(8, TableFull::kClear, false)},
-                    RoundTripCase{"TinySubBlocks", 90, 70, 256, Lzw(8, TableFull::kClear, true, 1)},
-                    RoundTripCase{"LongRuns", 2000, 100, 1, Lzw(8)},
-                    RoundTripCase{"LongRunsSmallCodes", 3000, 30, 1, Lzw(2)}),
-    [](const auto& p) { return p.param.name; });
+TEST(LzwDecoder, GivesBackWhatAnotherEncoderCompressed) {
+  struct Case {
+    std::string name;
+    std::vector<std::uint8_t> pixels;
+    LzwOptions lzw;
+  };
+  for (const Case& c : {Case{"OnePixel", PhotoPixels(1, 1, 1), Lzw(8)},
+                        Case{"FourColours", PhotoPixels(64, 64, 2, 4), Lzw(2)},
+                        Case{"SeventyColours", PhotoPixels(120, 80, 3, 70), Lzw(7)},
+                        Case{"FullTableCleared", PhotoPixels(400, 300, 4), Lzw(8)},
+                        Case{"FullTableKeptWithoutClear", PhotoPixels(400, 300, 5), Lzw(8, TableFull::kKeepGoing)},
+                        Case{"SmallCodesKeptWithoutClear", PhotoPixels(300, 300, 6, 4), Lzw(2, TableFull::kKeepGoing)},
+                        Case{"NoLeadingClear", PhotoPixels(200, 100, 7), Lzw(8, TableFull::kClear, false)},
+                        Case{"TinySubBlocks", PhotoPixels(90, 70, 8), Lzw(8, TableFull::kClear, true, 1)},
+                        Case{"LongRuns", Solid(2000, 100, 1).pixels, Lzw(8)}}) {
+    SCOPED_TRACE(c.name);
+    LzwDecoder decoder;
+    const auto pixels = decoder.Decode(c.lzw.min_code_size, ReferenceLzw(c.pixels, c.lzw), c.pixels.size());
+    EXPECT_EQ(decoder.DecodedCount(), c.pixels.size());
+    EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), c.pixels.begin(), c.pixels.end()));
+  }
+}
 
 TEST(LzwDecoder, AReusedDecoderLeavesNothingOfTheLastFrame) {
   LzwDecoder decoder;
@@ -127,36 +100,20 @@ TEST(LzwDecoder, AReusedDecoderLeavesNothingOfTheLastFrame) {
   for (std::size_t i = decoder.DecodedCount(); i < pixels.size(); ++i) EXPECT_EQ(pixels[i], 0) << i;
 }
 
-struct EncodeCase {
-  std::string name;
-  int width;
-  int height;
-  int levels;
-  int min_code_size;
-};
-
-class EncodeLikeAPlainTable : public testing::TestWithParam<EncodeCase> {};
-
 // The hashed table must find every string a plain map finds, or the output
 // still decodes but is longer.
-TEST_P(EncodeLikeAPlainTable, WritesTheSameCodes) {
-  const EncodeCase& c = GetParam();
-  const auto pixels = c.levels == 1 ? Solid(c.width, c.height, 3)
-                                    : PhotoPixels(c.width, c.height, static_cast<std::uint32_t>(c.width), c.levels);
-  std::vector<std::uint8_t> encoded;
-  LzwEncode(IndexImage{pixels.data(), c.width, c.height, c.width}, c.min_code_size, encoded);
-  auto expected = ReferenceLzw(pixels, Lzw(c.min_code_size, TableFull::kClear, true, 254));
-  expected.insert(expected.begin(), static_cast<std::uint8_t>(c.min_code_size));
-  EXPECT_EQ(encoded, expected);
+TEST(LzwEncode, WritesTheSameCodesAsAPlainTable) {
+  for (const TestImage& image : {MakeImage(1, 1, 1), MakeImage(300, 200, 2, 4), MakeImage(600, 500, 3),
+                                 Solid(1000, 200, 3)}) {
+    SCOPED_TRACE(image.width);
+    std::vector<std::uint8_t> encoded;
+    LzwEncode(IndexImage{image.pixels.data(), image.width, image.height, image.width}, image.lzw.min_code_size,
+              encoded);
+    auto expected = ReferenceLzw(image.pixels, Lzw(image.lzw.min_code_size, TableFull::kClear, true, 254));
+    expected.insert(expected.begin(), static_cast<std::uint8_t>(image.lzw.min_code_size));
+    EXPECT_EQ(encoded, expected);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Images, EncodeLikeAPlainTable,
-                         testing::Values(EncodeCase{"OnePixel", 1, 1, 256, 8},
-                                         EncodeCase{"Small", 13, 7, 256, 8},
-                                         EncodeCase{"FourColours", 300, 200, 4, 2},
-                                         EncodeCase{"ManyClears", 600, 500, 256, 8},
-                                         EncodeCase{"Solid", 1000, 200, 1, 8}),
-                         [](const auto& p) { return p.param.name; });
 
 TEST(LzwEncode, ReadsRowsByTheirStride) {
   // Two 3-pixel rows inside 5-byte rows; the bytes between must not leak in.
