@@ -19,17 +19,6 @@ constexpr int kMinimumPeriodSeconds = 15;
 // The uptime strip's own colour, shown while no user colour is stored.
 constexpr Colour kCaption1Design = Rgb(38, 50, 56);
 
-FormArgs Form1Args() {
-  FormArgs args;
-  args.name = "Form1";
-  args.bounds = {1320, 5655, 2340, 2790};
-  args.border = false;
-  args.show_in_taskbar = false;
-  args.colour_key = true;
-  args.back_color = kKeyColour;
-  return args;
-}
-
 // A statement whose failure has no effect: the next one runs.
 template <class F>
 void PassOver(F&& statement) {
@@ -52,7 +41,7 @@ std::optional<double> StrictNumber(std::string_view text) {
 }  // namespace
 
 Form1::Form1(Ui& ui, Platform& platform)
-    : Form(ui, Form1Args()),
+    : Form(ui, WindowArgs()),
       Timer1(ui.Timers(), 30000, true),
       Timer2(ui.Timers(), 60000, true),
       Timer3(ui.Timers(), 2000, false),
@@ -74,6 +63,17 @@ Form1::Form1(Ui& ui, Platform& platform)
       platform_(platform) {
   WireHiddenControls();
   WireVisuals();
+}
+
+FormArgs Form1::WindowArgs() {
+  FormArgs args;
+  args.name = "Form1";
+  args.bounds = {1320, 5655, 2340, 2790};
+  args.border = false;
+  args.show_in_taskbar = false;
+  args.colour_key = true;
+  args.back_color = kKeyColour;
+  return args;
 }
 
 Form1::~Form1() {

@@ -19,6 +19,9 @@ class Form1 : public Form {
   Form1(Ui& ui, Platform& platform);
   ~Form1() override;
 
+  // The window as designed: borderless, out of the task bar, see-through on the key colour.
+  static FormArgs WindowArgs();
+
   // Shared operations other windows call.
   ByteCount GetDiskSpace(std::string_view drive, bool want_free);
   std::string GetDriveStrings();

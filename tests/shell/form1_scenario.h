@@ -1,8 +1,11 @@
 // A side bar started in the headless host on fake drives and settings.
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -32,6 +35,30 @@ class Form1Scenario : public ::testing::Test {
   }
 
   std::string Setting(const std::string& key) { return fake.Setting(key).value_or("<missing>"); }
+
+  // A side bar of its own on the given stored settings, for tables of cases.
+  struct Started {
+    FakePlatform fake;
+    HeadlessUi ui;
+    std::unique_ptr<Form1> form;
+  };
+  static std::unique_ptr<Started> StartWith(std::initializer_list<std::pair<std::string, std::string>> stored) {
+    auto run = std::make_unique<Started>();
+    for (const auto& [key, value] : stored) run->fake.settings.SaveSetting("Quillet", "Form1", key, value);
+    run->fake.settings.log.clear();
+    run->form = std::make_unique<Form1>(run->ui, run->fake.platform);
+    run->form->Load();
+    return run;
+  }
+
+  // The values saved under Timer, in order.
+  static std::vector<std::string> TimerSaves(const FakePlatform& fake) {
+    const std::string prefix = "Quillet\\Form1\\Timer=";
+    std::vector<std::string> saves;
+    for (const auto& entry : fake.settings.log)
+      if (entry.rfind(prefix, 0) == 0) saves.push_back(entry.substr(prefix.size()));
+    return saves;
+  }
 
   // Mouse input at form coordinates in twips.
   void Mouse(MouseEventKind kind, int button, int x, int y) { form->DispatchMouse(kind, {button, 0, x, y}); }

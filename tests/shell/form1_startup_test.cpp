@@ -26,10 +26,7 @@ TEST_F(Form1Startup, FirstRunWritesItsDefaultsAndStandsAtItsDesignPlace) {
   EXPECT_FALSE(f.Args().show_in_taskbar);
   EXPECT_TRUE(fake.dialogs.shown.empty());
   // The period goes through "0" before the floor lifts it.
-  std::vector<std::string> timer_saves;
-  for (const auto& entry : fake.settings.log)
-    if (entry.rfind("Quillet\\Form1\\Timer=", 0) == 0) timer_saves.push_back(entry.substr(20));
-  EXPECT_EQ(timer_saves, (std::vector<std::string>{"0", "30"}));
+  EXPECT_EQ(TimerSaves(fake), (std::vector<std::string>{"0", "30"}));
 }
 
 TEST_F(Form1Startup, StoredPeriodsBelowTheFloorRevertToThirtySeconds) {
@@ -49,18 +46,10 @@ TEST_F(Form1Startup, StoredPeriodsBelowTheFloorRevertToThirtySeconds) {
       {"90.5", "90.5", 90500, {"90.5"}},
   };
   for (const auto& c : cases) {
-    FakePlatform platform;
-    HeadlessUi host;
-    platform.settings.SaveSetting("Quillet", "Form1", "Timer", c.stored);
-    platform.settings.log.clear();
-    Form1 f(host, platform.platform);
-    f.Load();
-    EXPECT_EQ(f.Text2.Text(), c.text) << c.stored;
-    EXPECT_EQ(f.Timer1.Interval(), c.interval) << c.stored;
-    std::vector<std::string> saves;
-    for (const auto& entry : platform.settings.log)
-      if (entry.rfind("Quillet\\Form1\\Timer=", 0) == 0) saves.push_back(entry.substr(20));
-    EXPECT_EQ(saves, c.saves) << c.stored;
+    const auto run = StartWith({{"Timer", c.stored}});
+    EXPECT_EQ(run->form->Text2.Text(), c.text) << c.stored;
+    EXPECT_EQ(run->form->Timer1.Interval(), c.interval) << c.stored;
+    EXPECT_EQ(TimerSaves(run->fake), c.saves) << c.stored;
   }
 }
 
@@ -146,14 +135,9 @@ TEST_F(Form1Startup, StoredPositionIsKeptAsItIs) {
       {"junk", "", 0, 0},                   // junk and empty read as 0
   };
   for (const auto& c : cases) {
-    FakePlatform platform;
-    HeadlessUi host;
-    platform.settings.SaveSetting("Quillet", "Form1", "frmTop", c.top);
-    platform.settings.SaveSetting("Quillet", "Form1", "frmLeft", c.left);
-    Form1 f(host, platform.platform);
-    f.Load();
-    EXPECT_EQ(f.Top(), c.want_top) << c.top;
-    EXPECT_EQ(f.Left(), c.want_left) << c.left;
+    const auto run = StartWith({{"frmTop", c.top}, {"frmLeft", c.left}});
+    EXPECT_EQ(run->form->Top(), c.want_top) << c.top;
+    EXPECT_EQ(run->form->Left(), c.want_left) << c.left;
   }
 }
 
@@ -163,13 +147,9 @@ TEST_F(Form1Startup, LaunchCountBelowOneIsReplacedByOne) {
     const char* want;
   } cases[] = {{"0", "1"}, {"x", "1"}, {"-2", "1"}, {"3", "3"}, {"17", "17"}};
   for (const auto& c : cases) {
-    FakePlatform platform;
-    HeadlessUi host;
-    platform.settings.SaveSetting("Quillet", "Form1", "launch", c.stored);
-    Form1 f(host, platform.platform);
-    f.Load();
-    EXPECT_EQ(f.Text6.Text(), c.want) << c.stored;
-    EXPECT_EQ(platform.Setting("launch"), c.want) << c.stored;
+    const auto run = StartWith({{"launch", c.stored}});
+    EXPECT_EQ(run->form->Text6.Text(), c.want) << c.stored;
+    EXPECT_EQ(run->fake.Setting("launch"), c.want) << c.stored;
   }
 }
 
@@ -203,25 +183,16 @@ TEST_F(Form1Startup, PinModeComesFromTheStore) {
     int width;
   } cases[] = {{"", 0, 2350}, {"1", 1, 2350}, {"2", 2, 2640}, {"7", 7, 2350}, {"abc", 0, 2350}, {"1.5", 2, 2640}};
   for (const auto& c : cases) {
-    FakePlatform platform;
-    HeadlessUi host;
-    if (*c.stored) platform.settings.SaveSetting("Quillet", "Form1", "pt", c.stored);
-    Form1 f(host, platform.platform);
-    f.Load();
-    EXPECT_EQ(f.PinMode(), c.mode) << c.stored;
-    EXPECT_EQ(f.Width(), c.width) << c.stored;
+    const auto run = *c.stored ? StartWith({{"pt", c.stored}}) : StartWith({});
+    EXPECT_EQ(run->form->PinMode(), c.mode) << c.stored;
+    EXPECT_EQ(run->form->Width(), c.width) << c.stored;
   }
 }
 
 TEST_F(Form1Startup, HotKeyPollRunsOnlyWhenSwitchedOn) {
   Store("Hotkey", "1");
   EXPECT_TRUE(Start().Timer6.Enabled());
-  FakePlatform platform;
-  HeadlessUi host;
-  platform.settings.SaveSetting("Quillet", "Form1", "Hotkey", "yes");
-  Form1 f(host, platform.platform);
-  f.Load();
-  EXPECT_FALSE(f.Timer6.Enabled());
+  EXPECT_FALSE(StartWith({{"Hotkey", "yes"}})->form->Timer6.Enabled());
 }
 
 TEST_F(Form1Startup, UptimeLabelFollowsTheClock) {

@@ -23,6 +23,26 @@ int ShiftState(WPARAM wparam) noexcept {
   return shift;
 }
 
+struct ButtonMessage {
+  UINT message;
+  MouseEventKind kind;
+  int button;
+};
+
+// Only the left button has a double click of its own; the others' double
+// clicks arrive as plain presses.
+constexpr ButtonMessage kButtonMessages[] = {
+    {WM_LBUTTONDOWN, MouseEventKind::kDown, kLeftButton},
+    {WM_RBUTTONDOWN, MouseEventKind::kDown, kRightButton},
+    {WM_RBUTTONDBLCLK, MouseEventKind::kDown, kRightButton},
+    {WM_MBUTTONDOWN, MouseEventKind::kDown, kMiddleButton},
+    {WM_MBUTTONDBLCLK, MouseEventKind::kDown, kMiddleButton},
+    {WM_LBUTTONUP, MouseEventKind::kUp, kLeftButton},
+    {WM_RBUTTONUP, MouseEventKind::kUp, kRightButton},
+    {WM_MBUTTONUP, MouseEventKind::kUp, kMiddleButton},
+    {WM_LBUTTONDBLCLK, MouseEventKind::kDblClick, kLeftButton},
+};
+
 bool SameRect(const RECT& a, const RECT& b) noexcept {
   return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
@@ -90,6 +110,12 @@ void FormWindow::Invalidate() { ::InvalidateRect(hwnd(), nullptr, FALSE); }
 void FormWindow::CaptionChanged() { ::SetWindowTextW(hwnd(), Widen(form_.Caption()).c_str()); }
 
 LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept {
+  for (const ButtonMessage& b : kButtonMessages) {
+    if (b.message == message) {
+      Mouse(b.kind, b.button, wparam, lparam);
+      return 0;
+    }
+  }
   switch (message) {
     case WM_ERASEBKGND:
       return 1;  // the paint covers every pixel
@@ -98,29 +124,6 @@ LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexce
       return 0;
     case WM_MOUSEMOVE:
       Mouse(MouseEventKind::kMove, ButtonState(wparam), wparam, lparam);
-      return 0;
-    case WM_LBUTTONDOWN:
-      Mouse(MouseEventKind::kDown, kLeftButton, wparam, lparam);
-      return 0;
-    case WM_RBUTTONDOWN:
-    case WM_RBUTTONDBLCLK:
-      Mouse(MouseEventKind::kDown, kRightButton, wparam, lparam);
-      return 0;
-    case WM_MBUTTONDOWN:
-    case WM_MBUTTONDBLCLK:
-      Mouse(MouseEventKind::kDown, kMiddleButton, wparam, lparam);
-      return 0;
-    case WM_LBUTTONUP:
-      Mouse(MouseEventKind::kUp, kLeftButton, wparam, lparam);
-      return 0;
-    case WM_RBUTTONUP:
-      Mouse(MouseEventKind::kUp, kRightButton, wparam, lparam);
-      return 0;
-    case WM_MBUTTONUP:
-      Mouse(MouseEventKind::kUp, kMiddleButton, wparam, lparam);
-      return 0;
-    case WM_LBUTTONDBLCLK:
-      Mouse(MouseEventKind::kDblClick, kLeftButton, wparam, lparam);
       return 0;
     case WM_CLOSE:
       // The form decides; unloading it destroys the window.
