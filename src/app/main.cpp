@@ -8,6 +8,7 @@
 #include "platform/win32/win32_clock.h"
 #include "platform/win32/win32_dialogs.h"
 #include "platform/win32/win32_drives.h"
+#include "platform/win32/win32_files.h"
 #include "platform/win32/win32_process.h"
 #include "shell/Form1.h"
 #include "ui/win32/win32_ui.h"
@@ -20,7 +21,8 @@ int RunQuillet() {
   quillet::win32::Win32Process process;
   quillet::win32::Win32Clock clock;
   quillet::win32::Win32Dialogs dialogs;
-  quillet::Platform platform{settings, drives, process, clock, dialogs};
+  quillet::win32::Win32Files files;
+  quillet::Platform platform{settings, drives, process, clock, dialogs, files};
 
   quillet::win32::Win32Ui ui;
   quillet::Form1 form1(ui, platform);

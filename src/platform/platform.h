@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/drives.h"
+#include "platform/files.h"
 #include "platform/process.h"
 #include "platform/settings_store.h"
 
@@ -15,6 +16,7 @@ struct Platform {
   ProcessService& process;
   ClockService& clock;
   DialogService& dialogs;
+  FileService& files;
 };
 
 }  // namespace quillet

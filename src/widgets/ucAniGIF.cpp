@@ -21,6 +21,11 @@ ucAniGIF::~ucAniGIF() { KillTimers(); }
 
 bool ucAniGIF::LoadAnimatedGIF_Array(std::vector<std::uint8_t> bytes) { return LoadGifBytes(std::move(bytes)) > 0; }
 
+bool ucAniGIF::LoadAnimatedGIF_File(FileService& files, std::string_view path) {
+  auto bytes = files.ReadWholeFile(path);
+  return bytes && LoadGifBytes(std::move(*bytes)) > 0;
+}
+
 std::int32_t ucAniGIF::LoadGifBytes(std::vector<std::uint8_t> bytes) {
   ClearGif();
   std::int32_t count = 0;

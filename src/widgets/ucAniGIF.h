@@ -6,9 +6,11 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/system_colours.h"
+#include "platform/files.h"
 #include "ui/property_bag.h"
 #include "ui/timer_service.h"
 #include "ui/visual.h"
@@ -33,6 +35,9 @@ class ucAniGIF : public Visual {
 
   // Loading. Each replaces what was loaded; true when a frame was loaded.
   bool LoadAnimatedGIF_Array(std::vector<std::uint8_t> bytes);
+  // A file that is not there changes nothing; one that cannot be read in
+  // full clears the control.
+  bool LoadAnimatedGIF_File(FileService& files, std::string_view path);
   // The current frame as a GIF of its own; empty when nothing is loaded.
   std::vector<std::uint8_t> AnimatedGIF() const;
 

@@ -1,5 +1,6 @@
 #include "fakes/fake_platform.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace quillet::testing {
@@ -95,6 +96,14 @@ int ScriptedDialogs::MessageBox(std::string_view text, int style, std::string_vi
   const int a = answers.front();
   answers.pop_front();
   return a;
+}
+
+std::optional<std::vector<std::uint8_t>> FakeFiles::ReadWholeFile(std::string_view path) {
+  const std::string key(path);
+  if (std::find(unreadable.begin(), unreadable.end(), key) != unreadable.end()) return std::vector<std::uint8_t>{};
+  const auto it = files.find(key);
+  if (it == files.end()) return std::nullopt;
+  return it->second;
 }
 
 }  // namespace quillet::testing

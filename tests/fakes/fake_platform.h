@@ -86,13 +86,21 @@ class ScriptedDialogs : public DialogService {
   std::deque<int> answers;  // answers in order; kAnswerOk when none is left
 };
 
+class FakeFiles : public FileService {
+ public:
+  std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path) override;
+  std::map<std::string, std::vector<std::uint8_t>> files;  // by exact path
+  std::vector<std::string> unreadable;                     // there, but every read fails
+};
+
 struct FakePlatform {
   MemorySettingsStore settings;
   FakeDrives drives;
   FakeProcess process;
   FakeClock clock;
   ScriptedDialogs dialogs;
-  Platform platform{settings, drives, process, clock, dialogs};
+  FakeFiles files;
+  Platform platform{settings, drives, process, clock, dialogs, files};
 
   std::optional<std::string> Setting(const std::string& key, const std::string& section = "Form1") const {
     return settings.Find(process.exe_name, section, key);

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "fakes/fake_platform.h"
 #include "headless/headless_ui.h"
 #include "widgets/gif/gif_test_bytes.h"
 
@@ -240,6 +241,20 @@ TEST(ucAniGIF, ABadStreamLoadsNothing) {
   EXPECT_EQ(p.gif.FrameCount(), 0);
   EXPECT_EQ(p.timers.Running(), 0u);
   EXPECT_FALSE(p.gif.LoadAnimatedGIF_Array({}));
+}
+
+TEST(ucAniGIF, AMissingFileChangesNothingAndAnUnreadableOneClears) {
+  testing::FakeFiles files;
+  files.files["C:\\Art\\spin.gif"] = FourFrames(0);
+  files.unreadable.push_back("C:\\Art\\locked.gif");
+  Player p;
+  ASSERT_TRUE(p.gif.LoadAnimatedGIF_File(files, "C:\\Art\\spin.gif"));
+  EXPECT_EQ(p.gif.FrameCount(), 4);
+  EXPECT_FALSE(p.gif.LoadAnimatedGIF_File(files, "C:\\Art\\gone.gif"));
+  EXPECT_EQ(p.gif.FrameCount(), 4);
+  EXPECT_FALSE(p.gif.LoadAnimatedGIF_File(files, "C:\\Art\\locked.gif"));
+  EXPECT_EQ(p.gif.FrameCount(), 0);
+  EXPECT_EQ(p.timers.Running(), 0u);
 }
 
 TEST(ucAniGIF, DisposalThreeRestoresExactlyItsRectangleMaskIncluded) {

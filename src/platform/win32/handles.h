@@ -48,11 +48,19 @@ struct NullInvalidTraits {
   static void Close(pointer value) noexcept { CloseFunction(value); }
 };
 
+// CreateFile reports failure as INVALID_HANDLE_VALUE, not null.
+struct FileHandleTraits {
+  using pointer = HANDLE;
+  static pointer Invalid() noexcept { return INVALID_HANDLE_VALUE; }
+  static void Close(pointer value) noexcept { ::CloseHandle(value); }
+};
+
 using UniqueWindow = UniqueAny<NullInvalidTraits<HWND, &::DestroyWindow>>;
 using UniqueDc = UniqueAny<NullInvalidTraits<HDC, &::DeleteDC>>;  // CreateCompatibleDC
 using UniqueIcon = UniqueAny<NullInvalidTraits<HICON, &::DestroyIcon>>;
 using UniqueKey = UniqueAny<NullInvalidTraits<HKEY, &::RegCloseKey>>;
 using UniqueHandle = UniqueAny<NullInvalidTraits<HANDLE, &::CloseHandle>>;  // null on failure
+using UniqueFile = UniqueAny<FileHandleTraits>;
 template <class T>
 using UniqueGdi = UniqueAny<NullInvalidTraits<T, &::DeleteObject>>;
 using UniqueBitmap = UniqueGdi<HBITMAP>;

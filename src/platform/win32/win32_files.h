@@ -1,0 +1,13 @@
+// Files through the wide Win32 calls.
+#pragma once
+
+#include "platform/files.h"
+
+namespace quillet::win32 {
+
+class Win32Files : public FileService {
+ public:
+  [[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path) override;
+};
+
+}  // namespace quillet::win32
