@@ -22,6 +22,12 @@
 E2E_REPO=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 QUILLET_EXE=${QUILLET_EXE:-$E2E_REPO/build/win64/Quillet.exe}
 E2E_TIMEOUT=${E2E_TIMEOUT:-60}
+# Wine names host files through the locale: without UTF-8 (as under `env -i`
+# or in a bare container) a Windows file name outside ASCII cannot be made.
+case ${LC_ALL:-${LC_CTYPE:-${LANG:-}}} in
+  *UTF-8* | *utf8*) ;;
+  *) export LC_ALL=C.UTF-8 ;;
+esac
 # ImageMagick by full path: `convert` may be something else on the PATH.
 E2E_CONVERT=/usr/bin/convert-im6.q16
 E2E_IMPORT=/usr/bin/import-im6.q16
