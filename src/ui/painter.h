@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/system_colours.h"
 #include "core/units.h"
 
 namespace quillet {
@@ -28,14 +30,29 @@ using PicturePtr = std::shared_ptr<const Picture>;
 
 enum class TextAlign { kLeft = 0, kRight = 1, kCenter = 2 };
 
+// Colours handed to a painter may name a system colour (top bit set); the
+// painter resolves them through its host.
 class Painter {
  public:
   virtual ~Painter() = default;
   virtual void FillRect(const TwipsRect& rect, Colour colour) = 0;
+  // Text wrapped into `rect`.
   virtual void DrawText(const TwipsRect& rect, std::string_view text, const Font& font, Colour colour,
                         TextAlign align) = 0;
+  // Text with its top left at (x, y), one line per line break, no wrapping.
+  virtual void DrawTextAt(int x, int y, std::string_view text, const Font& font, Colour colour) = 0;
+  // A line one pixel wide from (x1, y1) up to, not including, (x2, y2).
+  virtual void DrawLine(int x1, int y1, int x2, int y2, Colour colour) = 0;
   // Draws the picture scaled to `dest`.
   virtual void DrawPicture(const Picture& picture, const TwipsRect& dest) = 0;
+  // What is drawn until the matching PopLayer goes onto a layer over `rect`,
+  // first filled with `fill` and clipped to `rect`. PopLayer puts the layer
+  // on the surface; with a key, every pixel of exactly that colour is left
+  // out, so what lies under the layer shows there.
+  virtual void PushLayer(const TwipsRect& rect, Colour fill) = 0;
+  virtual void PopLayer(std::optional<Colour> key) = 0;
+  // The colour actually drawn for `colour`; the default is the classic scheme.
+  virtual Colour Resolve(Colour colour) const { return ResolveColour(colour); }
 };
 
 }  // namespace quillet

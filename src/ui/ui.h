@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/units.h"
+#include "ui/text_metrics.h"
 #include "ui/timer_service.h"
 
 namespace quillet {
@@ -36,6 +37,8 @@ class Ui {
   virtual ~Ui() = default;
   virtual std::unique_ptr<FormPeer> CreatePeer(Form& form) = 0;
   virtual TimerService& Timers() = 0;
+  // Text measured as the host will draw it.
+  virtual TextMetrics& Metrics() = 0;
   // Runs the events that are waiting, then returns.
   virtual void DoEvents() = 0;
   virtual ScreenInfo Screen() = 0;

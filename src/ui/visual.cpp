@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "core/system_colours.h"
 #include "ui/form.h"
 
 namespace quillet {
@@ -12,9 +11,14 @@ Visual::Visual(std::string name, TwipsRect bounds, bool visible)
 
 void Visual::SetLeft(int twips) { bounds_.left = twips; Changed(); }
 void Visual::SetTop(int twips) { bounds_.top = twips; Changed(); }
-void Visual::SetWidth(int twips) { bounds_.width = twips; Changed(); }
-void Visual::SetHeight(int twips) { bounds_.height = twips; Changed(); }
-void Visual::Move(TwipsRect bounds) { bounds_ = bounds; Changed(); }
+void Visual::SetWidth(int twips) { Move({bounds_.left, bounds_.top, twips, bounds_.height}); }
+void Visual::SetHeight(int twips) { Move({bounds_.left, bounds_.top, bounds_.width, twips}); }
+void Visual::Move(TwipsRect bounds) {
+  const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height;
+  bounds_ = bounds;
+  if (resized) Resized();
+  Changed();
+}
 
 void Visual::SetVisible(bool visible) {
   if (visible_ == visible) return;
@@ -59,8 +63,8 @@ void Label::SetBackStyle(int style) { back_style_ = style; Changed(); }
 void Label::SetBackColor(Colour colour) { back_ = colour; Changed(); }
 
 void Label::Paint(Painter& painter) const {
-  if (back_style_ != 0) painter.FillRect(Bounds(), ResolveColour(back_));
-  painter.DrawText(Bounds(), caption_, font_, ResolveColour(fore_), align_);
+  if (back_style_ != 0) painter.FillRect(Bounds(), back_);
+  painter.DrawText(Bounds(), caption_, font_, fore_, align_);
 }
 
 }  // namespace quillet

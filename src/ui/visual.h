@@ -42,6 +42,8 @@ class Visual {
 
  protected:
   void Changed();
+  // The control's size changed (not its place); owner-drawn controls redraw here.
+  virtual void Resized() {}
 
  private:
   friend class Form;

@@ -1,5 +1,8 @@
 #include "headless/headless_ui.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace quillet::testing {
 
 TimerService::TimerId VirtualTimers::StartTimer(std::uint32_t interval_ms, std::function<void()> on_tick) {
@@ -33,6 +36,26 @@ void VirtualTimers::Advance(std::uint64_t ms) {
     tick();
   }
   now_ = target;
+}
+
+int HeadlessTextMetrics::Advance(const Font& font) {
+  return static_cast<int>(std::lround(font.size * (font.bold ? 11 : 10)));
+}
+
+int HeadlessTextMetrics::LineHeight(const Font& font) { return static_cast<int>(std::lround(font.size * 24)); }
+
+TwipsSize HeadlessTextMetrics::Measure(const Font& font, std::string_view text) {
+  int widest = 0, line = 0, lines = 1;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\r' || text[i] == '\n') {
+      if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+      ++lines;
+      line = 0;
+      continue;
+    }
+    widest = std::max(widest, ++line);
+  }
+  return {widest * Advance(font), lines * LineHeight(font)};
 }
 
 namespace {

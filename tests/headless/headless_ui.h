@@ -37,10 +37,20 @@ class VirtualTimers : public TimerService {
   std::uint64_t now_ = 0;
 };
 
+// Text of a fixed advance per letter, so layout tests know the measures.
+class HeadlessTextMetrics : public TextMetrics {
+ public:
+  TwipsSize Measure(const Font& font, std::string_view text) override;
+  // Twips per letter and per line of a font.
+  static int Advance(const Font& font);
+  static int LineHeight(const Font& font);
+};
+
 class HeadlessUi : public Ui {
  public:
   std::unique_ptr<FormPeer> CreatePeer(Form& form) override;
   TimerService& Timers() override { return timers; }
+  TextMetrics& Metrics() override { return metrics; }
   void DoEvents() override;
   ScreenInfo Screen() override { return screen; }
   void ReportError(std::string_view what) override { errors.emplace_back(what); }
@@ -49,6 +59,7 @@ class HeadlessUi : public Ui {
   void Post(std::function<void()> event) { queue_.push_back(std::move(event)); }
 
   VirtualTimers timers;
+  HeadlessTextMetrics metrics;
   ScreenInfo screen{1280 * 15, 1024 * 15, 15.0};
   std::vector<std::string> errors;
   int do_events_calls = 0;

@@ -76,6 +76,10 @@ struct PixelPainter : Painter {
   std::vector<Colour> fills;
   void FillRect(const TwipsRect&, Colour c) override { fills.push_back(c); }
   void DrawText(const TwipsRect&, std::string_view, const Font&, Colour, TextAlign) override {}
+  void DrawTextAt(int, int, std::string_view, const Font&, Colour) override {}
+  void DrawLine(int, int, int, int, Colour) override {}
+  void PushLayer(const TwipsRect&, Colour) override {}
+  void PopLayer(std::optional<Colour>) override {}
   void DrawPicture(const Picture& p, const TwipsRect& dest) override {
     last = p;
     where = dest;

@@ -6,6 +6,31 @@
 #include "platform/win32/wide_text.h"
 
 namespace quillet::win32 {
+namespace {
+
+// Lines of a text as drawn by DrawTextAt: CR LF, CR or LF end a line.
+std::vector<std::wstring> Lines(std::string_view text) {
+  std::vector<std::wstring> lines;
+  std::size_t start = 0;
+  for (std::size_t i = 0; i <= text.size(); ++i) {
+    if (i < text.size() && text[i] != '\r' && text[i] != '\n') continue;
+    lines.push_back(Widen(text.substr(start, i - start)));
+    if (i + 1 < text.size() && text[i] == '\r' && text[i + 1] == '\n') ++i;
+    start = i + 1;
+  }
+  return lines;
+}
+
+HGDIOBJ FontOrDefault(HFONT font) noexcept {
+  return font != nullptr ? static_cast<HGDIOBJ>(font) : ::GetStockObject(DEFAULT_GUI_FONT);
+}
+
+}  // namespace
+
+COLORREF HostColour(Colour colour) noexcept {
+  if ((colour & 0x80000000u) != 0) return ::GetSysColor(static_cast<int>(colour & 0xFF));
+  return colour & 0xFFFFFF;
+}
 
 HFONT FontCache::Get(const Font& font, int dpi) {
   auto key = std::make_tuple(font.name, font.size, font.bold, dpi);
@@ -25,9 +50,18 @@ HFONT FontCache::Get(const Font& font, int dpi) {
   return handle;
 }
 
+GdiPainter::~GdiPainter() {
+  // A layer left open is dropped, not drawn: the DC must get its bitmap back.
+  while (!layers_.empty()) {
+    ::SelectObject(layers_.back().dc.get(), layers_.back().old_bitmap);
+    dc_ = layers_.back().outer;
+    layers_.pop_back();
+  }
+}
+
 void GdiPainter::FillRect(const TwipsRect& rect, Colour colour) {
   const RECT r = scale_.ToPixelEdges(rect);
-  const UniqueGdi<HBRUSH> brush(::CreateSolidBrush(colour));
+  const UniqueGdi<HBRUSH> brush(::CreateSolidBrush(HostColour(colour)));
   if (brush) ::FillRect(dc_, &r, brush.get());
 }
 
@@ -35,11 +69,9 @@ void GdiPainter::DrawText(const TwipsRect& rect, std::string_view text, const Fo
                           TextAlign align) {
   if (text.empty()) return;
   RECT r = scale_.ToPixelEdges(rect);
-  const HFONT handle = fonts_.Get(font, scale_.Dpi());
-  const ScopedSelectObject select(dc_, handle != nullptr ? static_cast<HGDIOBJ>(handle)
-                                                         : ::GetStockObject(DEFAULT_GUI_FONT));
+  const ScopedSelectObject select(dc_, FontOrDefault(fonts_.Get(font, scale_.Dpi())));
   const int old_mode = ::SetBkMode(dc_, TRANSPARENT);
-  const COLORREF old_colour = ::SetTextColor(dc_, colour);
+  const COLORREF old_colour = ::SetTextColor(dc_, HostColour(colour));
   UINT format = DT_WORDBREAK | DT_NOPREFIX;
   if (align == TextAlign::kRight) format |= DT_RIGHT;
   if (align == TextAlign::kCenter) format |= DT_CENTER;
@@ -47,6 +79,32 @@ void GdiPainter::DrawText(const TwipsRect& rect, std::string_view text, const Fo
   ::DrawTextW(dc_, wide.data(), static_cast<int>(wide.size()), &r, format);
   ::SetTextColor(dc_, old_colour);
   ::SetBkMode(dc_, old_mode);
+}
+
+void GdiPainter::DrawTextAt(int x, int y, std::string_view text, const Font& font, Colour colour) {
+  if (text.empty()) return;
+  const ScopedSelectObject select(dc_, FontOrDefault(fonts_.Get(font, scale_.Dpi())));
+  TEXTMETRICW tm{};
+  ::GetTextMetricsW(dc_, &tm);
+  const int old_mode = ::SetBkMode(dc_, TRANSPARENT);
+  const COLORREF old_colour = ::SetTextColor(dc_, HostColour(colour));
+  const UINT old_align = ::SetTextAlign(dc_, TA_LEFT | TA_TOP | TA_NOUPDATECP);
+  int top = scale_.ToPixels(y);
+  for (const std::wstring& line : Lines(text)) {
+    ::TextOutW(dc_, scale_.ToPixels(x), top, line.c_str(), static_cast<int>(line.size()));
+    top += tm.tmHeight;
+  }
+  ::SetTextAlign(dc_, old_align);
+  ::SetTextColor(dc_, old_colour);
+  ::SetBkMode(dc_, old_mode);
+}
+
+void GdiPainter::DrawLine(int x1, int y1, int x2, int y2, Colour colour) {
+  const UniqueGdi<HPEN> pen(::CreatePen(PS_SOLID, 1, HostColour(colour)));
+  if (!pen) return;
+  const ScopedSelectObject select(dc_, pen.get());
+  ::MoveToEx(dc_, scale_.ToPixels(x1), scale_.ToPixels(y1), nullptr);
+  ::LineTo(dc_, scale_.ToPixels(x2), scale_.ToPixels(y2));
 }
 
 void GdiPainter::DrawPicture(const Picture& picture, const TwipsRect& dest) {
@@ -83,6 +141,54 @@ void GdiPainter::DrawPicture(const Picture& picture, const TwipsRect& dest) {
   const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   ::AlphaBlend(dc_, r.left, r.top, r.right - r.left, r.bottom - r.top, source.get(), 0, 0, picture.width,
                picture.height, blend);
+}
+
+void GdiPainter::PushLayer(const TwipsRect& rect, Colour fill) {
+  Layer layer{dc_, scale_.ToPixelEdges(rect), UniqueDc(::CreateCompatibleDC(dc_)), UniqueBitmap(), nullptr};
+  const int w = layer.rect.right - layer.rect.left, h = layer.rect.bottom - layer.rect.top;
+  if (layer.dc && w > 0 && h > 0) layer.bitmap.reset(::CreateCompatibleBitmap(dc_, w, h));
+  if (!layer.bitmap) {
+    // No layer to be had: draw on with no effect on the surface.
+    layer.dc.reset(::CreateCompatibleDC(dc_));
+    layer.bitmap.reset(::CreateCompatibleBitmap(dc_, 1, 1));
+    layer.rect = RECT{0, 0, 0, 0};
+  }
+  layer.old_bitmap = ::SelectObject(layer.dc.get(), layer.bitmap.get());
+  ::SetViewportOrgEx(layer.dc.get(), -layer.rect.left, -layer.rect.top, nullptr);
+  dc_ = layer.dc.get();
+  layers_.push_back(std::move(layer));
+  FillRect(rect, fill);
+}
+
+void GdiPainter::PopLayer(std::optional<Colour> key) {
+  if (layers_.empty()) return;
+  Layer layer = std::move(layers_.back());
+  layers_.pop_back();
+  dc_ = layer.outer;
+  const RECT& r = layer.rect;
+  const int w = r.right - r.left, h = r.bottom - r.top;
+  ::SetViewportOrgEx(layer.dc.get(), 0, 0, nullptr);
+  if (w > 0 && h > 0) {
+    if (key) ::TransparentBlt(dc_, r.left, r.top, w, h, layer.dc.get(), 0, 0, w, h, HostColour(*key));
+    else ::BitBlt(dc_, r.left, r.top, w, h, layer.dc.get(), 0, 0, SRCCOPY);
+  }
+  ::SelectObject(layer.dc.get(), layer.old_bitmap);
+}
+
+TwipsSize GdiTextMetrics::Measure(const Font& font, std::string_view text) {
+  const WindowDc screen(nullptr);
+  if (screen.get() == nullptr) return {};
+  const ScopedSelectObject select(screen.get(), FontOrDefault(fonts_.Get(font, scale_.Dpi())));
+  TEXTMETRICW tm{};
+  ::GetTextMetricsW(screen.get(), &tm);
+  int widest = 0, lines = 0;
+  for (const std::wstring& line : Lines(text)) {
+    SIZE size{};
+    ::GetTextExtentPoint32W(screen.get(), line.c_str(), static_cast<int>(line.size()), &size);
+    if (size.cx > widest) widest = size.cx;
+    ++lines;
+  }
+  return {scale_.ToTwips(widest), scale_.ToTwips(tm.tmHeight * lines)};
 }
 
 }  // namespace quillet::win32

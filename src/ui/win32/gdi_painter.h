@@ -4,9 +4,11 @@
 #include <map>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "platform/win32/handles.h"
 #include "ui/painter.h"
+#include "ui/text_metrics.h"
 #include "ui/win32/pixel_scale.h"
 
 namespace quillet::win32 {
@@ -20,19 +22,52 @@ class FontCache {
   std::map<std::tuple<std::string, double, bool, int>, UniqueFont> fonts_;
 };
 
+// The colour GDI draws for a colour that may name a system colour.
+[[nodiscard]] COLORREF HostColour(Colour colour) noexcept;
+
 class GdiPainter : public Painter {
  public:
   GdiPainter(HDC dc, PixelScale scale, FontCache& fonts) noexcept : dc_(dc), scale_(scale), fonts_(fonts) {}
+  ~GdiPainter() override;
+  GdiPainter(const GdiPainter&) = delete;
+  GdiPainter& operator=(const GdiPainter&) = delete;
 
   void FillRect(const TwipsRect& rect, Colour colour) override;
   void DrawText(const TwipsRect& rect, std::string_view text, const Font& font, Colour colour,
                 TextAlign align) override;
+  void DrawTextAt(int x, int y, std::string_view text, const Font& font, Colour colour) override;
+  void DrawLine(int x1, int y1, int x2, int y2, Colour colour) override;
   void DrawPicture(const Picture& picture, const TwipsRect& dest) override;
+  void PushLayer(const TwipsRect& rect, Colour fill) override;
+  void PopLayer(std::optional<Colour> key) override;
+  Colour Resolve(Colour colour) const override { return HostColour(colour); }
 
  private:
+  // A layer draws into a bitmap of its own whose origin is moved, so the
+  // drawing keeps the form's coordinates.
+  struct Layer {
+    HDC outer;
+    RECT rect;
+    UniqueDc dc;
+    UniqueBitmap bitmap;
+    HGDIOBJ old_bitmap;
+  };
+
   HDC dc_;
   PixelScale scale_;
   FontCache& fonts_;
+  std::vector<Layer> layers_;
+};
+
+// Text measured with the screen's fonts at the host's DPI.
+class GdiTextMetrics final : public TextMetrics {
+ public:
+  explicit GdiTextMetrics(PixelScale scale) noexcept : scale_(scale) {}
+  [[nodiscard]] TwipsSize Measure(const Font& font, std::string_view text) override;
+
+ private:
+  PixelScale scale_;
+  FontCache fonts_;
 };
 
 }  // namespace quillet::win32

@@ -5,7 +5,7 @@
 
 namespace quillet::win32 {
 
-Win32Ui::Win32Ui() : scale_(PixelScale::FromScreen()), timers_(*this) {}
+Win32Ui::Win32Ui() : scale_(PixelScale::FromScreen()), timers_(*this), metrics_(scale_) {}
 
 std::unique_ptr<FormPeer> Win32Ui::CreatePeer(Form& form) { return std::make_unique<FormWindow>(form, scale_); }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ui/ui.h"
+#include "ui/win32/gdi_painter.h"
 #include "ui/win32/pixel_scale.h"
 #include "ui/win32/win32_timers.h"
 
@@ -13,6 +14,7 @@ class Win32Ui final : public Ui {
 
   [[nodiscard]] std::unique_ptr<FormPeer> CreatePeer(Form& form) override;
   TimerService& Timers() override { return timers_; }
+  TextMetrics& Metrics() override { return metrics_; }
   void DoEvents() override;
   [[nodiscard]] ScreenInfo Screen() override;
   void ReportError(std::string_view what) override;
@@ -27,6 +29,7 @@ class Win32Ui final : public Ui {
  private:
   PixelScale scale_;
   Win32Timers timers_;
+  GdiTextMetrics metrics_;
 };
 
 }  // namespace quillet::win32
