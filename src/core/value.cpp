@@ -66,6 +66,47 @@ double Val(std::string_view text) {
   return std::isfinite(value) ? value : 0;
 }
 
+std::optional<std::int32_t> TextToInt32(std::string_view text) {
+  std::size_t first = 0, last = text.size();
+  while (first < last && text[first] == ' ') ++first;
+  while (last > first && text[last - 1] == ' ') --last;
+  std::string_view t = text.substr(first, last - first);
+  if (t.size() >= 2 && t[0] == '&' && (t[1] == 'h' || t[1] == 'H' || t[1] == 'o' || t[1] == 'O')) {
+    const int radix = (t[1] == 'h' || t[1] == 'H') ? 16 : 8;
+    t.remove_prefix(2);
+    if (!t.empty() && t.back() == '&') t.remove_suffix(1);
+    if (t.empty()) return std::nullopt;
+    std::uint64_t value = 0;
+    for (const char c : t) {
+      const int lower = std::tolower(static_cast<unsigned char>(c));
+      const int digit = std::isdigit(lower) ? lower - '0' : (lower >= 'a' && lower <= 'f') ? lower - 'a' + 10 : 99;
+      if (digit >= radix) return std::nullopt;
+      value = value * radix + static_cast<unsigned>(digit);
+      if (value > 0xFFFFFFFFu) return std::nullopt;
+    }
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+  }
+  if (!t.empty() && t.back() == '&') t.remove_suffix(1);
+  // Sign, digits, one point, an exponent: nothing else may stand in the text.
+  std::size_t i = 0;
+  if (i < t.size() && (t[i] == '+' || t[i] == '-')) ++i;
+  bool digits = false;
+  while (i < t.size() && std::isdigit(static_cast<unsigned char>(t[i]))) { ++i; digits = true; }
+  if (i < t.size() && t[i] == '.') {
+    ++i;
+    while (i < t.size() && std::isdigit(static_cast<unsigned char>(t[i]))) { ++i; digits = true; }
+  }
+  if (!digits) return std::nullopt;
+  if (i < t.size() && (t[i] == 'e' || t[i] == 'E')) {
+    ++i;
+    if (i < t.size() && (t[i] == '+' || t[i] == '-')) ++i;
+    if (i == t.size() || !std::isdigit(static_cast<unsigned char>(t[i]))) return std::nullopt;
+    while (i < t.size() && std::isdigit(static_cast<unsigned char>(t[i]))) ++i;
+  }
+  if (i != t.size()) return std::nullopt;
+  return ToInt32(std::strtod(std::string(t).c_str(), nullptr));
+}
+
 std::optional<std::int16_t> ToInt16(double value) {
   if (!std::isfinite(value)) return std::nullopt;
   const double r = std::nearbyint(value);  // default rounding mode: half to even

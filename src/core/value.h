@@ -14,6 +14,12 @@ namespace quillet {
 // "&H" and "&O" prefixes read hexadecimal and octal.
 double Val(std::string_view text);
 
+// A whole text as a 32-bit integer, the way a text is converted where a
+// number is wanted: blanks around it, a decimal number (rounded half to
+// even), or "&H"/"&O" digits as a 32-bit pattern, either with a trailing
+// "&". Nothing for anything else ("0x10", "12abc", "", out of range).
+std::optional<std::int32_t> TextToInt32(std::string_view text);
+
 // Conversions that round half to even and fail outside their range.
 std::optional<std::int16_t> ToInt16(double value);
 std::optional<std::int32_t> ToInt32(double value);

@@ -24,9 +24,13 @@ class PropertyBag {
     const auto it = values_.find(std::string(key));
     return it == values_.end() ? std::string(fallback) : it->second;
   }
+  // A stored number outside the 64-bit range reads as the fallback.
   std::int64_t ReadNumber(std::string_view key, std::int64_t fallback) const {
     const auto it = values_.find(std::string(key));
-    return it == values_.end() ? fallback : static_cast<std::int64_t>(Val(it->second));
+    if (it == values_.end()) return fallback;
+    const double value = Val(it->second);
+    constexpr double kLimit = 9223372036854775808.0;  // 2^63
+    return value >= -kLimit && value < kLimit ? static_cast<std::int64_t>(value) : fallback;
   }
   std::vector<std::uint8_t> ReadBytes(std::string_view key) const {
     const auto it = values_.find(std::string(key));

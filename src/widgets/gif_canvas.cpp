@@ -1,6 +1,7 @@
 #include "widgets/gif_canvas.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quillet {
 namespace {
@@ -84,19 +85,34 @@ void MirrorPicture(Picture& p, int bits) {
                        p.pixels.begin() + static_cast<std::ptrdiff_t>((static_cast<std::size_t>(p.height) - 1 - y) * w));
 }
 
-GifCanvas::GifCanvas(std::int32_t width, std::int32_t height, bool mask) : mask_(mask) {
+GifCanvas::GifCanvas(std::int32_t width, std::int32_t height, bool mask, std::size_t max_bytes) : mask_(mask) {
   if (width <= 0 || height <= 0) return;
+  const auto pixels = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
+  if (pixels > max_bytes / sizeof(std::uint32_t)) return;
   picture_.width = width;
   picture_.height = height;
-  picture_.pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+  picture_.pixels.assign(static_cast<std::size_t>(pixels), 0);
 }
 
-GifCanvas::Rect GifCanvas::Clip(const FrameRecord& f) const {
-  Rect r{std::max(f.Left, 0), std::max(f.Top, 0), std::min(f.Left + f.Width, picture_.width),
-         std::min(f.Top + f.Height, picture_.height)};
-  if (r.right < r.left) r.right = r.left;
-  if (r.bottom < r.top) r.bottom = r.top;
+GifCanvas::Rect GifCanvas::Clip(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height) const {
+  const auto edge = [](std::int64_t from, std::int64_t size, std::int32_t limit) {
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(from + std::max<std::int64_t>(size, 0), 0, limit));
+  };
+  Rect r;
+  r.left = static_cast<std::int32_t>(std::clamp<std::int64_t>(left, 0, picture_.width));
+  r.top = static_cast<std::int32_t>(std::clamp<std::int64_t>(top, 0, picture_.height));
+  r.right = std::max(r.left, edge(left, width, picture_.width));
+  r.bottom = std::max(r.top, edge(top, height, picture_.height));
   return r;
+}
+
+void GifCanvas::Draw(const GifAnimation& gif, const FrameRecord& f) {
+  const auto width = static_cast<std::size_t>(picture_.width);
+  ForEachPixel(gif, f, [&](std::int32_t x, std::int32_t y, std::uint32_t argb) {
+    const std::int32_t cx = f.Left + x, cy = f.Top + y;
+    if (argb == 0 || cx < 0 || cy < 0 || cx >= picture_.width || cy >= picture_.height) return;
+    picture_.pixels[static_cast<std::size_t>(cy) * width + static_cast<std::size_t>(cx)] = argb;
+  });
 }
 
 void GifCanvas::ComposeBefore(const GifAnimation& gif, std::int32_t frame) {
@@ -105,18 +121,25 @@ void GifCanvas::ComposeBefore(const GifAnimation& gif, std::int32_t frame) {
   const auto width = static_cast<std::size_t>(picture_.width);
   if (frame == 1) std::fill(picture_.pixels.begin(), picture_.pixels.end(), 0u);
   if (f.Disposal == 3) {
-    saved_rect_ = Clip(f);
+    saved_rect_ = Clip(f.Left, f.Top, f.Width, f.Height);
     saved_.clear();
     for (std::int32_t y = saved_rect_.top; y < saved_rect_.bottom; ++y) {
       const auto row = picture_.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width);
       saved_.insert(saved_.end(), row + saved_rect_.left, row + saved_rect_.right);
     }
   }
-  ForEachPixel(gif, f, [&](std::int32_t x, std::int32_t y, std::uint32_t argb) {
-    const std::int32_t cx = f.Left + x, cy = f.Top + y;
-    if (argb == 0 || cx < 0 || cy < 0 || cx >= picture_.width || cy >= picture_.height) return;
-    picture_.pixels[static_cast<std::size_t>(cy) * width + static_cast<std::size_t>(cx)] = argb;
-  });
+  Draw(gif, f);
+}
+
+void GifCanvas::Backfill(const GifAnimation& gif, std::int32_t frame, std::int32_t width, std::int32_t height,
+                         std::uint32_t pixel) {
+  if (!Exists() || !ValidFrame(gif, frame)) return;
+  const Rect r = Clip(0, 0, width, height);
+  for (std::int32_t y = r.top; y < r.bottom; ++y) {
+    const auto row = picture_.pixels.begin() + static_cast<std::ptrdiff_t>(y) * picture_.width;
+    std::fill(row + r.left, row + r.right, pixel);
+  }
+  Draw(gif, gif.Frames[static_cast<std::size_t>(frame - 1)]);
 }
 
 void GifCanvas::ComposeAfter(const GifAnimation& gif, std::int32_t frame) {
@@ -124,7 +147,7 @@ void GifCanvas::ComposeAfter(const GifAnimation& gif, std::int32_t frame) {
   const FrameRecord& f = gif.Frames[static_cast<std::size_t>(frame - 1)];
   const auto width = static_cast<std::size_t>(picture_.width);
   if (f.Disposal == 2) {
-    const Rect r = Clip(f);
+    const Rect r = Clip(f.Left, f.Top, f.Width, f.Height);
     for (std::int32_t y = r.top; y < r.bottom; ++y)
       std::fill_n(picture_.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width +
                                                                         static_cast<std::size_t>(r.left)),
@@ -142,11 +165,18 @@ void GifCanvas::ComposeAfter(const GifAnimation& gif, std::int32_t frame) {
   }
 }
 
-Picture GifCanvas::Shown() const {
-  if (mask_) return picture_;
-  Picture opaque = picture_;
-  for (auto& p : opaque.pixels) p |= kOpaque;
-  return opaque;
+Picture GifCanvas::Shown(std::int32_t width, std::int32_t height) const {
+  const Rect r = Clip(0, 0, width, height);
+  Picture shown;
+  shown.width = r.right;
+  shown.height = r.bottom;
+  shown.pixels.reserve(static_cast<std::size_t>(r.right) * static_cast<std::size_t>(r.bottom));
+  const std::uint32_t fill = mask_ ? 0u : kOpaque;
+  for (std::int32_t y = 0; y < r.bottom; ++y) {
+    const auto row = picture_.pixels.begin() + static_cast<std::ptrdiff_t>(y) * picture_.width;
+    std::transform(row, row + r.right, std::back_inserter(shown.pixels), [fill](std::uint32_t p) { return p | fill; });
+  }
+  return shown;
 }
 
 }  // namespace quillet

@@ -3,7 +3,9 @@
 // white: what lies behind shows there.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "ui/painter.h"
@@ -21,10 +23,20 @@ void MirrorFrames(GifAnimation& gif, int bits, std::int32_t first, std::int32_t 
 // Flips a picture over its whole area, as the canvas follows the frames.
 void MirrorPicture(Picture& picture, int bits);
 
+// The largest canvas to allocate, 4 bytes a pixel; a bigger one is not made,
+// as a bitmap that could not be created would not be.
+constexpr std::size_t kMaxCanvasBytes = std::size_t{1} << 28;
+
+// Colour (red in the low byte) as an opaque canvas pixel.
+constexpr std::uint32_t OpaquePixel(Colour c) {
+  return 0xFF000000u | (std::uint32_t(RedOf(c)) << 16) | (std::uint32_t(GreenOf(c)) << 8) | std::uint32_t(BlueOf(c));
+}
+
 class GifCanvas {
  public:
   GifCanvas() = default;
-  GifCanvas(std::int32_t width, std::int32_t height, bool mask);
+  // Stays empty (Exists() false) when a side is under 1 or the pixels would pass `max_bytes`.
+  GifCanvas(std::int32_t width, std::int32_t height, bool mask, std::size_t max_bytes = kMaxCanvasBytes);
 
   bool Exists() const { return picture_.width > 0; }
   bool HasMask() const { return mask_; }
@@ -33,8 +45,14 @@ class GifCanvas {
   void ComposeBefore(const GifAnimation& gif, std::int32_t frame);
   // After drawing: disposal 2 clears the frame's rectangle, 3 puts back what was saved.
   void ComposeAfter(const GifAnimation& gif, std::int32_t frame);
-  // What the control shows: without a mask the canvas is opaque, black where nothing was drawn.
-  Picture Shown() const;
+  // Fills (0, 0, width, height) with an opaque `pixel` and draws the frame
+  // again over it: a filled control keeps no trace of earlier frames there.
+  void Backfill(const GifAnimation& gif, std::int32_t frame, std::int32_t width, std::int32_t height,
+                std::uint32_t pixel);
+  // What the control shows, cut to at most width by height from the top
+  // left: without a mask the canvas is opaque, black where nothing was drawn.
+  Picture Shown(std::int32_t width = std::numeric_limits<std::int32_t>::max(),
+                std::int32_t height = std::numeric_limits<std::int32_t>::max()) const;
   Picture& Pixels() { return picture_; }
   const Picture& Pixels() const { return picture_; }
 
@@ -42,7 +60,8 @@ class GifCanvas {
   struct Rect {
     std::int32_t left = 0, top = 0, right = 0, bottom = 0;
   };
-  Rect Clip(const FrameRecord& f) const;
+  Rect Clip(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height) const;
+  void Draw(const GifAnimation& gif, const FrameRecord& f);
 
   Picture picture_;
   bool mask_ = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 #include "widgets/gif/gif_encoder.h"
 #include "widgets/gif/gif_palette.h"
@@ -32,14 +33,20 @@ std::int32_t ucAniGIF::LoadGifBytes(std::vector<std::uint8_t> bytes) {
   if (!bytes.empty()) {
     GifLoadOptions options;
     options.DesignTime = args_.design_time;
+    options.MaxStripBytes = args_.max_strip_bytes;
     count = reader_.LoadGifBytes(std::move(bytes), options);
   }
+  const GifAnimation& gif = reader_.Animation();
+  if (count > 0 && gif.Plan.NeedsCanvas) {
+    canvas_ = GifCanvas(gif.CanvasWidth, gif.CanvasHeight, gif.Plan.CanvasNeedsMask, args_.max_canvas_bytes);
+    // No canvas, no animation: the load fails and the stream goes too.
+    if (!canvas_.Exists()) count = reader_.LoadGifBytes({});
+  }
   if (count > 0) {
-    const GifAnimation& gif = reader_.Animation();
     loop_count_ = gif.LoopCount;
-    if (gif.Plan.NeedsCanvas) canvas_ = GifCanvas(gif.CanvasWidth, gif.CanvasHeight, gif.Plan.CanvasNeedsMask);
+    const std::weak_ptr<bool> alive = alive_;
     AfterFirstPass();
-    if (!args_.design_time && count == 1) RaiseFrameChanged(1);
+    if (!alive.expired() && !args_.design_time && count == 1) RaiseFrameChanged(1);
   } else {
     ClearGif();
     Changed();
@@ -176,15 +183,23 @@ void ucAniGIF::PlayTick() {
     }
   }
   Changed();
-  RaiseFrameChanged(old);
+  if (!RaiseFrameChanged(old)) return;
   // A FrameChanged handler may have stopped, paused or reloaded the control.
-  if (again && play_state_ == kPlaying && Loaded() && !play_timer_) ArmPlayTimer();
-  else if (!again && AnimationDone) AnimationDone();
+  if (again) {
+    if (play_state_ == kPlaying && Loaded() && !play_timer_) ArmPlayTimer();
+  } else if (AnimationDone) {
+    const auto done = AnimationDone;  // a copy outlives the control
+    done();
+  }
 }
 
-void ucAniGIF::RaiseFrameChanged(std::int32_t frame) {
+bool ucAniGIF::RaiseFrameChanged(std::int32_t frame) {
+  if (!FrameChanged) return true;
+  const std::weak_ptr<bool> alive = alive_;
+  const auto handler = FrameChanged;  // a copy outlives the control
   bool handled = true;
-  if (FrameChanged) FrameChanged(frame, handled);
+  handler(frame, handled);
+  return !alive.expired();
 }
 
 // ---- Properties ------------------------------------------------------------
@@ -217,6 +232,7 @@ void ucAniGIF::SetMinFrameDelay(int value) {
 }
 
 void ucAniGIF::SetLoops(int value) {
+  if (value == std::numeric_limits<int>::min()) return;  // has no absolute value: out of range
   loop_count_ = std::abs(value);
   loops_left_ = static_cast<std::int16_t>(loop_count_);
 }
@@ -258,8 +274,7 @@ void ucAniGIF::SetAction(int value) {
       loops_left_ = static_cast<std::int16_t>(loop_count_);
       current_frame_ = 1;
       Changed();
-      RaiseFrameChanged(1);
-      if (value == 4) RunTimer(true, false);
+      if (RaiseFrameChanged(1) && value == 4) RunTimer(true, false);
       break;
     case 1:
       if (play_state_ == kStopped) current_frame_ = 1;
@@ -374,30 +389,52 @@ void ucAniGIF::ResizeToFit() {
 }
 
 TwipsRect ucAniGIF::ToTwips(double x, double y, double w, double h) const {
-  const double t = args_.twips_per_pixel;
-  return {Left() + static_cast<int>(std::lround(x * t)), Top() + static_cast<int>(std::lround(y * t)),
-          static_cast<int>(std::lround(w * t)), static_cast<int>(std::lround(h * t))};
+  // Offsets are any 32-bit value: keep the sums inside int.
+  const auto twips = [t = args_.twips_per_pixel](double v) {
+    return static_cast<int>(std::clamp(std::round(v * t), -1e9, 1e9));
+  };
+  return {Left() + twips(x), Top() + twips(y), twips(w), twips(h)};
 }
 
 void ucAniGIF::Paint(Painter& painter) const {
   if (current_frame_ == 0) return;
   const GifAnimation& gif = reader_.Animation();
   const double sx = scale_x_ != 0 ? scale_x_ : 1.0, sy = scale_y_ != 0 ? scale_y_ : 1.0;
-  if (back_style_ == 1)
-    painter.FillRect(ToTwips(0, 0, sx * gif.CanvasWidth, sy * gif.CanvasHeight), ResolveColour(back_color_));
+  // System colours go to the painter as they are: its host knows them.
+  if (back_style_ == 1) painter.FillRect(ToTwips(0, 0, sx * gif.CanvasWidth, sy * gif.CanvasHeight), back_color_);
   if (canvas_.Exists()) {
-    canvas_.ComposeBefore(gif, current_frame_);
-    if (InnerWidth() >= 1 && InnerHeight() >= 1)
-      painter.DrawPicture(canvas_.Shown(), ToTwips(offset_x_, offset_y_, InnerWidth(), InnerHeight()));
-    if (gif.Frames[static_cast<std::size_t>(current_frame_ - 1)].Disposal >= 2)
-      canvas_.ComposeAfter(gif, current_frame_);
+    PaintCanvas(painter, sx, sy);
     return;
   }
   const Picture frame = FramePicture(gif, current_frame_);
   const FrameRecord& f = gif.Frames[static_cast<std::size_t>(current_frame_ - 1)];
   const double w = std::round(f.Width * sx), h = std::round(f.Height * sy);
   if (w < 1 || h < 1 || frame.width == 0) return;
-  painter.DrawPicture(frame, ToTwips(std::round((f.Left + offset_x_) * sx), std::round((f.Top + offset_y_) * sy), w, h));
+  painter.DrawPicture(frame, ToTwips(std::round((f.Left + static_cast<double>(offset_x_)) * sx),
+                                     std::round((f.Top + static_cast<double>(offset_y_)) * sy), w, h));
+}
+
+void ucAniGIF::PaintCanvas(Painter& painter, double sx, double sy) const {
+  const GifAnimation& gif = reader_.Animation();
+  canvas_.ComposeBefore(gif, current_frame_);
+  // A filled control lays its background under each frame on the canvas too,
+  // so see-through parts don't show frames gone by.
+  if (back_style_ == 1)
+    canvas_.Backfill(gif, current_frame_, static_cast<std::int32_t>(std::lround(sx * gif.CanvasWidth)),
+                     static_cast<std::int32_t>(std::lround(sy * gif.CanvasHeight)),
+                     OpaquePixel(painter.Resolve(back_color_)));
+  const int w = InnerWidth(), h = InnerHeight();
+  if (w >= 1 && h >= 1) {
+    if (sx != 1.0 || sy != 1.0) {
+      // Scaled, the canvas fills the whole control, even with one factor for both axes.
+      painter.DrawPicture(canvas_.Shown(), ToTwips(offset_x_, offset_y_, w, h));
+    } else {
+      // At natural size, as much as the control holds.
+      const Picture shown = canvas_.Shown(w, h);
+      painter.DrawPicture(shown, ToTwips(offset_x_, offset_y_, shown.width, shown.height));
+    }
+  }
+  if (gif.Frames[static_cast<std::size_t>(current_frame_ - 1)].Disposal >= 2) canvas_.ComposeAfter(gif, current_frame_);
 }
 
 // ---- Persistence -----------------------------------------------------------
@@ -418,8 +455,11 @@ void ucAniGIF::ReadProperties(const PropertyBag& bag) {
   SetSteppedDelay(static_cast<int>(bag.ReadNumber("StepDelay", 0)));
   offset_x_ = static_cast<std::int32_t>(bag.ReadNumber("OffsetX", 0));
   offset_y_ = static_cast<std::int32_t>(bag.ReadNumber("OffsetY", 0));
-  // A stored loop count, even the default 0, overrides the file's.
-  if (LoadGifBytes(std::move(bytes)) > 0) SetLoops(static_cast<int>(bag.ReadNumber("Loops", 0)));
+  // A stored loop count, even the default 0, overrides the file's. Loading
+  // may raise FrameChanged, whose handler may destroy the control.
+  const std::weak_ptr<bool> alive = alive_;
+  if (LoadGifBytes(std::move(bytes)) > 0 && !alive.expired())
+    SetLoops(static_cast<int>(bag.ReadNumber("Loops", 0)));
 }
 
 void ucAniGIF::WriteProperties(PropertyBag& bag) const {

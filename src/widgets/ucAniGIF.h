@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,9 @@ struct ucAniGIFArgs {
   TwipsRect bounds;
   double twips_per_pixel = 15.0;
   bool design_time = false;
+  // What a load may allocate; a bigger strip or canvas fails the load.
+  std::size_t max_strip_bytes = GifLoadOptions{}.MaxStripBytes;
+  std::size_t max_canvas_bytes = kMaxCanvasBytes;
 };
 
 class ucAniGIF : public Visual {
@@ -110,7 +114,9 @@ class ucAniGIF : public Visual {
   void PlayTick();
   void UnpackTick();
   std::uint32_t FrameInterval() const;
-  void RaiseFrameChanged(std::int32_t frame);
+  // False when the handler destroyed the control: nothing more may be done.
+  bool RaiseFrameChanged(std::int32_t frame);
+  void PaintCanvas(Painter& painter, double sx, double sy) const;
   void ComputeScale();
   void ResizeToFit();
   void MirrorAll(int target, bool first_only);
@@ -146,6 +152,9 @@ class ucAniGIF : public Visual {
   // One-shot timers: each tick stops its own before anything else.
   std::optional<TimerService::TimerId> play_timer_, unpack_timer_;
   std::optional<std::uint32_t> play_interval_;
+  // An event handler may destroy the control; a weak copy taken before
+  // raising it tells whether the control is still there.
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace quillet
