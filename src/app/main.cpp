@@ -10,6 +10,8 @@
 #include "platform/win32/win32_drives.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_process.h"
+#include "platform/win32/win32_resources.h"
+#include "platform/win32/win32_shell.h"
 #include "shell/Form1.h"
 #include "ui/win32/win32_ui.h"
 
@@ -22,7 +24,9 @@ int RunQuillet() {
   quillet::win32::Win32Clock clock;
   quillet::win32::Win32Dialogs dialogs;
   quillet::win32::Win32Files files;
-  quillet::Platform platform{settings, drives, process, clock, dialogs, files};
+  quillet::win32::Win32Resources resources;
+  quillet::win32::Win32Shell shell;
+  quillet::Platform platform{settings, drives, process, clock, dialogs, files, resources, shell};
 
   quillet::win32::Win32Ui ui;
   quillet::Form1 form1(ui, platform);
@@ -31,7 +35,10 @@ int RunQuillet() {
   if (form1.Loaded()) ui.Guard([&] { form1.Show(); });
   // Without a window no one could end the loop.
   if (ui.OpenForms().empty()) return 1;
-  return ui.Run();
+  const int code = ui.Run();
+  // Every form is unloaded by now. The process ends here, as a drive query
+  // that hangs on its own thread must not hold it open.
+  ::ExitProcess(static_cast<UINT>(code));
 }
 
 void ReportFatal(const char* what) noexcept {

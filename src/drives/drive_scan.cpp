@@ -20,16 +20,24 @@ std::string GetDriveStrings(DriveService& drives) {
   return Trim(buffer);
 }
 
-DriveScan ScanDrives(std::string_view raw, DriveService& drives, const std::function<std::string()>& hidden,
-                     const std::function<void()>& let_events_run) {
+std::vector<std::string> RootsOf(std::string_view raw) {
+  std::vector<std::string> roots;
+  for (std::size_t pos = 0; pos < raw.size() && raw[pos] != '\0'; pos += 4)
+    roots.push_back(UpperCase(raw.substr(pos, 3)));
+  return roots;
+}
+
+DriveScan ScanDrives(std::string_view raw, const std::function<bool(const std::string& root)>& is_ready,
+                     const std::function<int(const std::string& root)>& drive_type,
+                     const std::function<std::string()>& hidden, const std::function<void()>& let_events_run) {
   DriveScan scan;
   std::size_t pos = 0;
   while (pos < raw.size() && raw[pos] != '\0') {
     const std::string root = UpperCase(raw.substr(pos, 3));
     pos += 4;
     if (InStrText(hidden(), root) == 0) {
-      bool listed = drives.IsReady(root).value_or(false);
-      if (!listed) listed = drives.DriveType(root) == kDriveCdRom;
+      bool listed = is_ready(root);
+      if (!listed) listed = drive_type(root) == kDriveCdRom;
       if (listed) {
         scan.list += root + "\r\n";
         ++scan.count;
@@ -41,7 +49,10 @@ DriveScan ScanDrives(std::string_view raw, DriveService& drives, const std::func
 }
 
 ByteCount GetDiskSpace(DriveService& drives, std::string_view drive, bool want_free) {
-  const auto counts = drives.DiskFreeSpace(drive);
+  return SpaceOf(drives.DiskFreeSpace(drive), want_free);
+}
+
+ByteCount SpaceOf(const std::optional<FreeSpaceCounts>& counts, bool want_free) {
   if (!counts) return {};
   return ByteCount::Product(counts->sectors_per_cluster, counts->bytes_per_sector,
                             want_free ? counts->free_clusters : counts->total_clusters);

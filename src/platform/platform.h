@@ -6,7 +6,9 @@
 #include "platform/drives.h"
 #include "platform/files.h"
 #include "platform/process.h"
+#include "platform/resources.h"
 #include "platform/settings_store.h"
+#include "platform/shell.h"
 
 namespace quillet {
 
@@ -17,6 +19,8 @@ struct Platform {
   ClockService& clock;
   DialogService& dialogs;
   FileService& files;
+  ResourceService& resources;
+  ShellService& shell;
 };
 
 }  // namespace quillet

@@ -9,6 +9,7 @@
 #include "drives/drive_scan.h"
 #include "shell/TimeMod.h"
 #include "shell/settings.h"
+#include "widgets/art.h"
 
 namespace quillet {
 namespace {
@@ -40,6 +41,32 @@ std::optional<double> StrictNumber(std::string_view text) {
 
 }  // namespace
 
+namespace {
+
+// Control array elements copy their template and start hidden.
+ControlArray<Image> ImageArray(Form& form, TwipsRect bounds, bool stretch) {
+  return ControlArray<Image>(
+      std::make_unique<Image>("", bounds, stretch, false),
+      [stretch](const Image& t, int) {
+        auto copy = std::make_unique<Image>("", t.Bounds(), stretch, false);
+        copy->SetPicture(t.Picture());
+        copy->Move(t.Bounds());
+        return copy;
+      },
+      [&form](Image& e) { form.AddVisual(e); }, [&form](Image& e) { form.RemoveVisual(e); });
+}
+
+// The card text as designed: white letters with a dark outline on a see-through ground.
+std::unique_ptr<quillet::Caption> CardCaptionTemplate(TextMetrics& metrics) {
+  auto caption = std::make_unique<quillet::Caption>("CaptionL", TwipsRect{510, -195, 1815, 720}, metrics, false);
+  caption->InitProperties("CaptionL", Font{});
+  caption->SetCaptionShadowed(false);
+  caption->SetCaptionOUTColor(Rgb(16, 24, 32));
+  return caption;
+}
+
+}  // namespace
+
 Form1::Form1(Ui& ui, Platform& platform)
     : Form(ui, WindowArgs()),
       Timer1(ui.Timers(), 30000, true),
@@ -48,21 +75,54 @@ Form1::Form1(Ui& ui, Platform& platform)
       Timer4(ui.Timers(), 2000, false),
       Timer5(ui.Timers(), 1000, false),
       Timer6(ui.Timers(), 100, false),
-      Caption1("Caption1", {60, 330, 2025, 180}, "UpTime"),
+      Caption1("Caption1", {60, 330, 2025, 180}, ui.Metrics()),
       Image5("Image5", {2340, 720, 315, 945}, false),
       Image9("Image9", {2350, 730, 300, 310}, false),
+      DFTrans1(*this),
+      ImageD(ImageArray(*this, {0, -120, 2340, 720}, true)),
+      Imagebar(ImageArray(*this, {45, 390, 2265, 105}, true)),
       CaptionL(
-          std::make_unique<Label>("CaptionL", TwipsRect{510, -195, 1815, 720}, "", false),
-          [](const Label& t, int) {
-            auto copy = std::make_unique<Label>("CaptionL", t.Bounds(), t.Caption(), false);
-            copy->SetFont(t.Font());
-            copy->SetForeColor(t.ForeColor());
+          CardCaptionTemplate(ui.Metrics()),
+          [&ui](const quillet::Caption& t, int) {
+            auto copy = std::make_unique<quillet::Caption>("CaptionL", t.Bounds(), ui.Metrics(), false);
+            copy->CopyPropertiesFrom(t);
             return copy;
           },
-          [this](Label& l) { AddVisual(l); }, [this](Label& l) { RemoveVisual(l); }),
-      platform_(platform) {
+          [this](quillet::Caption& c) { AddVisual(c); }, [this](quillet::Caption& c) { RemoveVisual(c); }),
+      DRIVEICON(ImageArray(*this, {0, -120, 4455, 615}, false)),
+      Image1("Image1", {}, true, false), Image2("Image2", {}, true, false), Image3("Image3", {}, true, false),
+      Image6("Image6", {}, true, false), Image7("Image7", {}, true, false), Image8("Image8", {}, true, false),
+      Image20("Image20", {}, true, false), Image21("Image21", {}, true, false),
+      Image22("Image22", {}, true, false),
+      DC("DC", {}, false, false), DD("DD", {}, false, false), DCD("DCD", {}, false, false),
+      DR("DR", {}, false, false),
+      platform_(platform),
+      drive_monitor_(platform.drives) {
+  LoadArt();
   WireHiddenControls();
   WireVisuals();
+  DFTrans1.Resize();
+}
+
+void Form1::LoadArt() {
+  const auto art = [this](std::string_view name) { return LoadGifPicture(platform_.resources, "GIF", name); };
+  Image1.SetPicture(art("BAR_BLUE"));
+  Image2.SetPicture(art("BAR_AMBER"));
+  Image3.SetPicture(art("BAR_RED"));
+  Image6.SetPicture(Image1.Picture());
+  Image7.SetPicture(Image2.Picture());
+  Image8.SetPicture(Image3.Picture());
+  Image20.SetPicture(art("THIN_BLUE"));
+  Image21.SetPicture(art("THIN_ORANGE"));
+  Image22.SetPicture(art("THIN_DARKRED"));
+  DC.SetPicture(art("DRIVE_SYSTEM"));
+  DD.SetPicture(art("DRIVE_HDD"));
+  DCD.SetPicture(art("DRIVE_CD"));
+  DR.SetPicture(art("DRIVE_REMOVABLE"));
+  Image5.SetPicture(art("HANDLE_STRIP"));
+  Image9.SetPicture(art("EXIT_BUTTON"));
+  ImageD(0).SetPicture(LoadGifPicture(platform_.resources, "NORMAL", "#101"));
+  Imagebar(0).SetPicture(Image1.Picture());
 }
 
 FormArgs Form1::WindowArgs() {
@@ -71,7 +131,6 @@ FormArgs Form1::WindowArgs() {
   args.bounds = {1320, 5655, 2340, 2790};
   args.border = false;
   args.show_in_taskbar = false;
-  args.colour_key = true;
   args.back_color = kKeyColour;
   return args;
 }
@@ -99,14 +158,12 @@ void Form1::WireHiddenControls() {
   Text3.on_change = [this] { Save("HH", Text3.Text()); };
   Text4.on_change = [this] {
     PassOver([&] {
+      // An opaque ground in the stored colour; "T" lets the ground go see-through.
       if (Text4.Text() != "T") {
-        Caption1.SetBackStyle(2);
-        const auto colour = StrictNumber(Text4.Text());
-        if (colour) {
-          if (const auto c = ToInt32(*colour)) Caption1.SetBackColor(static_cast<Colour>(*c));
-        }
+        Caption1.SetTRANSPARENT(false);
+        if (const auto colour = TextToInt32(Text4.Text())) Caption1.SetBackColor(static_cast<Colour>(*colour));
       } else {
-        Caption1.SetBackStyle(0);
+        Caption1.SetTRANSPARENT(true);
       }
     });
     Save("COLOR", Text4.Text());
@@ -122,11 +179,19 @@ void Form1::WireHiddenControls() {
   };
   Check6.on_click = [this] { Save("iupdate", DecimalText(Check6.Value())); };
   Command1.on_click = [this] { Command1_Click(); };
+  Command2.on_click = [this] { Command2_Click(); };
+  Command4.on_click = [this] { Command4_Click(); };
   Timer1.on_timer = [this] { ui().Guard([this] { Timer1_Timer(); }); };
   Timer2.on_timer = [this] { ui().Guard([this] { Timer2_Timer(); }); };
 }
 
 void Form1::WireVisuals() {
+  Caption1.InitProperties("Caption1", Font{"Tahoma", 6.75, false});
+  Caption1.SetCaption("UpTime");
+  Caption1.SetCaptionShadowed(false);
+  Caption1.SetCaptionOutlined(false);
+  Caption1.SetCaptionAligmend(1);
+  Caption1.SetTRANSPARENT(false);
   Caption1.SetBackColor(kCaption1Design);
   AddVisual(Caption1);
   AddVisual(Image5);
@@ -135,6 +200,7 @@ void Form1::WireVisuals() {
   Image5.on_mouse_move = [this](const MouseArgs& a) { DragMove(image5_grab_, a); };
   Image5.on_dbl_click = [this] { Image5_DblClick(); };
   Caption1.on_mouse_move = [this](const MouseArgs& a) { DragMove(caption1_grab_, a); };
+  Caption1.on_mouse_down = [this](const MouseArgs& a) { Caption1_MouseDown(a); };
   Image9.on_click = [this] { Image9_Click(); };
 }
 
@@ -210,12 +276,6 @@ void Form1::ApplyPinMode() {
   if (pin_mode_ == 2) SetWidth(kWideWidth);
 }
 
-void Form1::Command1_Click() {
-  PassOver([&] { SetCaption(Text_ND.Text()); });
-  PassOver([&] { Text_ND.SetText(""); });
-  PassOver([&] { BuildDriveList(GetDriveStrings()); });
-}
-
 void Form1::Timer1_Timer() {
   SetCaption(DecimalText(CaptionL.Count() - 1));
   Command1.Press();
@@ -226,18 +286,6 @@ void Form1::Timer2_Timer() {
 }
 
 std::string Form1::GetDriveStrings() { return quillet::GetDriveStrings(platform_.drives); }
-
-void Form1::BuildDriveList(std::string_view raw) {
-  Text1.SetText("");
-  const DriveScan scan = ScanDrives(
-      raw, platform_.drives, [this] { return Text3.Text(); }, [this] { ui().DoEvents(); });
-  Text1.SetText(scan.list);
-  Text_ND.SetText(DecimalText(scan.count));
-}
-
-ByteCount Form1::GetDiskSpace(std::string_view drive, bool want_free) {
-  return quillet::GetDiskSpace(platform_.drives, drive, want_free);
-}
 
 bool Form1::IsHomeDrive(std::string_view drive) { return quillet::IsHomeDrive(platform_.process, drive); }
 
@@ -269,6 +317,12 @@ void Form1::Form_Resize() {
 void Form1::Form_Close() { ExitProgram(false); }
 
 void Form1::Image5_DblClick() { SetWindowState(kMinimized); }
+
+void Form1::Caption1_MouseDown(const MouseArgs& args) {
+  // The right button opens the computer folder.
+  if (args.button == kRightButton)
+    platform_.shell.ShellExecute("", "::{20D04FE0-3AEA-1069-A2D8-08002B30309D}", "", "", kShow);
+}
 
 void Form1::Image9_Click() { ExitProgram(true); }
 

@@ -5,12 +5,15 @@
 #include <string>
 
 #include "core/byte_count.h"
+#include "drives/drive_monitor.h"
 #include "platform/platform.h"
 #include "ui/control_array.h"
 #include "ui/form.h"
 #include "ui/hidden_controls.h"
 #include "ui/timer.h"
 #include "ui/visual.h"
+#include "widgets/Caption.h"
+#include "widgets/DFTrans.h"
 
 namespace quillet {
 
@@ -40,10 +43,22 @@ class Form1 : public Form {
 
   Timer Timer1, Timer2, Timer3, Timer4, Timer5, Timer6;
 
-  Label Caption1;
+  quillet::Caption Caption1;  // the uptime strip, also a drag handle
   Image Image5;  // handle strip
   Image Image9;  // exit button of the handle strip
-  ControlArray<Label> CaptionL;
+  DFTrans DFTrans1;
+
+  // The drive cards: element i of each array shows drive i; element 0 is the template.
+  ControlArray<Image> ImageD;
+  ControlArray<Image> Imagebar;
+  ControlArray<quillet::Caption> CaptionL;  // qualified: Caption() is the title text
+  ControlArray<Image> DRIVEICON;
+
+  // Pictures the cards copy from; they live in a frame no one sees.
+  Image Image1, Image2, Image3;      // live meter bars: plenty, low, critical
+  Image Image6, Image7, Image8;      // the standard set
+  Image Image20, Image21, Image22;   // the thin set
+  Image DC, DD, DCD, DR;             // system disk, disk, optical, removable
 
  protected:
   void Form_Load() override;
@@ -56,10 +71,18 @@ class Form1 : public Form {
   void WireVisuals();
   void LoadSettings();
   void ApplyPinMode();
+  void LoadArt();
   void Command1_Click();
+  void Command2_Click();
+  void Command4_Click();
+  void MakeCard(int i);
+  void FillCard(int i);
+  void SetCardIcon(int i);
+  void FitHeightKeepingBottom();
   void Timer1_Timer();
   void Timer2_Timer();
   void Image5_DblClick();
+  void Caption1_MouseDown(const MouseArgs& args);
   void Image9_Click();
   // The two handles keep their own grab point.
   struct DragHandle {
@@ -71,6 +94,8 @@ class Form1 : public Form {
   void Save(std::string_view key, std::string_view value);
 
   Platform& platform_;
+  DriveMonitor drive_monitor_;
+  std::string card_drive_;  // the drive the card loop fills, kept across a failed step
   DragHandle image5_grab_, caption1_grab_;
   std::int16_t pin_mode_ = 0;
   bool in_tray_ = false;

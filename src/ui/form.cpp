@@ -67,6 +67,16 @@ void Form::SetBackColor(Colour colour) {
   Invalidate();
 }
 
+void Form::SetColourKey(Colour key) {
+  layering_ = {key, std::nullopt};
+  if (peer_) peer_->LayeringChanged();
+}
+
+void Form::SetAlpha(int alpha) {
+  layering_ = {std::nullopt, alpha < 0 ? 0 : alpha > 255 ? 255 : alpha};
+  if (peer_) peer_->LayeringChanged();
+}
+
 void Form::AddVisual(Visual& visual) {
   visual.form_ = this;
   visuals_.push_back(&visual);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,15 @@ struct FormArgs {
   TwipsRect bounds;
   bool border = true;          // false: no title bar, no system menu
   bool show_in_taskbar = true;
-  bool colour_key = false;     // pixels of kKeyColour are see-through
   Colour back_color = Rgb(240, 240, 240);
+};
+
+// How a window is see-through: one colour of it, or all of it by an alpha.
+// Each setting replaces the other, as the system's layered windows do.
+struct Layering {
+  std::optional<Colour> key;
+  std::optional<int> alpha;  // 0 to 255
+  bool Layered() const { return key.has_value() || alpha.has_value(); }
 };
 
 enum class MouseEventKind { kDown, kMove, kUp, kDblClick };
@@ -62,6 +70,11 @@ class Form {
   void SetWindowState(int state);
   Colour BackColor() const { return back_color_; }
   void SetBackColor(Colour colour);
+  const quillet::Layering& Layering() const { return layering_; }
+  // Pixels of exactly `key` become see-through, and clicks pass through them.
+  void SetColourKey(Colour key);
+  // The whole window at `alpha` (0 to 255).
+  void SetAlpha(int alpha);
   // The title text; forms without a title bar may keep a value in it.
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string caption) {
@@ -101,6 +114,7 @@ class Form {
   bool visible_ = false;
   int window_state_ = kNormal;
   Colour back_color_;
+  quillet::Layering layering_;
   std::string caption_;
   std::vector<Visual*> visuals_;
   Visual* captured_ = nullptr;

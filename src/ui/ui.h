@@ -24,6 +24,8 @@ class FormPeer {
   virtual void Invalidate() = 0;
   // The title text changed; a host without titles may ignore it.
   virtual void CaptionChanged() {}
+  // The colour key or alpha changed.
+  virtual void LayeringChanged() {}
 };
 
 struct ScreenInfo {

@@ -27,9 +27,16 @@ FakeDrive WithCounts(FreeSpaceCounts counts, bool fails = false) {
   return d;
 }
 
+std::function<bool(const std::string&)> AskedDirectly(FakeDrives& drives) {
+  return [&drives](const std::string& root) { return drives.IsReady(root).value_or(false); };
+}
+
+std::function<int(const std::string&)> TypeOf(FakeDrives& drives) {
+  return [&drives](const std::string& root) { return drives.DriveType(root); };
+}
+
 DriveScan Scan(FakeDrives& drives, const std::string& hidden = "") {
-  int events = 0;
-  return ScanDrives(GetDriveStrings(drives), drives, [&] { return hidden; }, [&] { ++events; });
+  return ScanDrives(GetDriveStrings(drives), AskedDirectly(drives), TypeOf(drives), [&] { return hidden; }, [] {});
 }
 
 TEST(GetDriveStrings, GivesTheNulSeparatedRootsOrNothing) {
@@ -86,7 +93,7 @@ TEST(ScanDrives, LetsEventsRunAfterEveryDriveAndRereadsTheHiddenList) {
   std::string hidden;
   int events = 0;
   // The user hides E: while the scan waits on D:.
-  const DriveScan scan = ScanDrives(GetDriveStrings(drives), drives, [&] { return hidden; }, [&] {
+  const DriveScan scan = ScanDrives(GetDriveStrings(drives), AskedDirectly(drives), TypeOf(drives), [&] { return hidden; }, [&] {
     if (++events == 2) hidden = "\r\nE:\\";
   });
   EXPECT_EQ(events, 3);
@@ -99,7 +106,7 @@ TEST(ScanDrives, UpperCasesRootsFromALowerCaseList) {
   FakeDrives drives;
   const std::string raw("c:\\\0d:\\\0\0", 9);
   drives.drives = {{'C', D()}, {'D', D(kDriveRemovable, false)}};
-  const DriveScan scan = ScanDrives(raw, drives, [] { return std::string(); }, [] {});
+  const DriveScan scan = ScanDrives(raw, AskedDirectly(drives), TypeOf(drives), [] { return std::string(); }, [] {});
   EXPECT_EQ(scan.list, "C:\\\r\n");
 }
 

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
+#include <iomanip>
+#include <iterator>
+#include <sstream>
 
 namespace quillet::testing {
 namespace {
@@ -44,10 +48,36 @@ FakeDrive FakeDrives::Sized(std::uint64_t total_bytes, std::uint64_t free_bytes,
   return d;
 }
 
-FakeDrive* FakeDrives::Find(std::string_view drive) {
-  if (drive.size() < 2 || drive[1] != ':') return nullptr;
-  const auto it = drives.find(static_cast<char>(std::toupper(static_cast<unsigned char>(drive[0]))));
-  return it == drives.end() ? nullptr : &it->second;
+void Gate::Open() {
+  {
+    const std::lock_guard lock(mutex_);
+    open_ = true;
+  }
+  opened_.notify_all();
+}
+
+void Gate::Wait() {
+  std::unique_lock lock(mutex_);
+  ++waiting_;
+  opened_.wait_for(lock, std::chrono::seconds(10), [this] { return open_; });
+  --waiting_;
+}
+
+int Gate::Waiting() const {
+  const std::lock_guard lock(mutex_);
+  return waiting_;
+}
+
+std::optional<FakeDrive> FakeDrives::Find(std::string_view drive) {
+  if (drive.size() < 2 || drive[1] != ':') return std::nullopt;
+  std::optional<FakeDrive> found;
+  {
+    const std::lock_guard lock(mutex);
+    const auto it = drives.find(static_cast<char>(std::toupper(static_cast<unsigned char>(drive[0]))));
+    if (it != drives.end()) found = it->second;
+  }
+  if (found && found->hang) found->hang->Wait();
+  return found;
 }
 
 std::optional<std::string> FakeDrives::LogicalDriveStrings() {
@@ -63,26 +93,32 @@ std::optional<std::string> FakeDrives::LogicalDriveStrings() {
 }
 
 int FakeDrives::DriveType(std::string_view drive) {
-  const FakeDrive* d = Find(drive);
-  return d == nullptr ? kDriveNoRoot : d->type;
+  // The type comes from the system's table at once, even for a drive that hangs.
+  const std::lock_guard lock(mutex);
+  if (drive.size() < 2 || drive[1] != ':') return kDriveNoRoot;
+  const auto it = drives.find(static_cast<char>(std::toupper(static_cast<unsigned char>(drive[0]))));
+  return it == drives.end() ? kDriveNoRoot : it->second.type;
 }
 
 std::optional<FreeSpaceCounts> FakeDrives::DiskFreeSpace(std::string_view drive) {
-  const FakeDrive* d = Find(drive);
-  if (d == nullptr || !d->ready || d->space_fails) return std::nullopt;
+  const auto d = Find(drive);
+  if (!d || !d->ready || d->space_fails) return std::nullopt;
   return d->counts;
 }
 
 std::optional<bool> FakeDrives::IsReady(std::string_view root) {
-  ready_queries.emplace_back(root);
-  const FakeDrive* d = Find(root);
-  if (d == nullptr) return std::nullopt;
+  {
+    const std::lock_guard lock(mutex);
+    ready_queries.emplace_back(root);
+  }
+  const auto d = Find(root);
+  if (!d) return std::nullopt;
   return d->ready;
 }
 
 std::string FakeDrives::VolumeLabel(std::string_view drive) {
-  const FakeDrive* d = Find(drive);
-  return d == nullptr ? std::string() : d->label;
+  const auto d = Find(drive);
+  return d ? d->label : std::string();
 }
 
 std::string FakeProcess::Environment(std::string_view name) {
@@ -104,6 +140,38 @@ std::optional<std::vector<std::uint8_t>> FakeFiles::ReadWholeFile(std::string_vi
   const auto it = files.find(key);
   if (it == files.end()) return std::nullopt;
   return it->second;
+}
+
+}  // namespace quillet::testing
+
+namespace quillet::testing {
+
+// Finds the line "NAME TYPE "file"" of the resource script and reads the file.
+std::optional<std::vector<std::uint8_t>> FakeResources::Resource(std::string_view type, std::string_view name) {
+#ifdef QUILLET_SOURCE_DIR
+  const std::string folder = std::string(QUILLET_SOURCE_DIR) + "/resources/";
+  std::ifstream script(folder + "art.rc");
+  const auto same = [](std::string_view a, std::string_view b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+             return std::toupper(static_cast<unsigned char>(x)) == std::toupper(static_cast<unsigned char>(y));
+           });
+  };
+  const std::string wanted_name = name.starts_with("#") ? std::string(name.substr(1)) : std::string(name);
+  std::string line;
+  while (std::getline(script, line)) {
+    std::istringstream fields(line);
+    std::string line_name, line_type, file;
+    if (!(fields >> line_name >> line_type >> std::quoted(file))) continue;
+    if (!same(line_name, wanted_name) || !same(line_type, type)) continue;
+    std::ifstream in(folder + file, std::ios::binary);
+    if (!in) return std::nullopt;
+    return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  }
+#else
+  (void)type;
+  (void)name;
+#endif
+  return std::nullopt;
 }
 
 }  // namespace quillet::testing

@@ -1,7 +1,10 @@
 // In-memory stand-ins for the machine: settings, drives, process, clock, dialogs.
 #pragma once
 
+#include <condition_variable>
 #include <deque>
+#include <memory>
+#include <mutex>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,8 +31,24 @@ class MemorySettingsStore : public SettingsStore {
   std::map<std::string, std::string> values_;  // "app\\section\\key", case-insensitive keys
 };
 
+// Holds back the queries of a drive until it is opened, as an offline share
+// does; a query gives up after ten seconds so a failing test can't hang.
+class Gate {
+ public:
+  void Open();
+  void Wait();
+  int Waiting() const;
+
+ private:
+  mutable std::mutex mutex_;
+  std::condition_variable opened_;
+  bool open_ = false;
+  int waiting_ = 0;
+};
+
 struct FakeDrive {
   int type = kDriveFixed;
+  std::shared_ptr<Gate> hang;  // queries wait at it while it is closed
   bool ready = true;
   FreeSpaceCounts counts{8, 512, 1000, 2000};
   bool space_fails = false;
@@ -47,12 +66,15 @@ class FakeDrives : public DriveService {
   // A drive of `total` and `free` bytes in 4 KiB clusters.
   static FakeDrive Sized(std::uint64_t total_bytes, std::uint64_t free_bytes, int type = kDriveFixed);
 
+  // Change `drives` only while no query runs, or under `mutex`.
   std::map<char, FakeDrive> drives;  // by upper-case letter
   bool list_fails = false;
   std::vector<std::string> ready_queries;
+  std::mutex mutex;
 
  private:
-  FakeDrive* Find(std::string_view drive);
+  // A copy of the drive, after waiting at its gate; queries come from other threads.
+  std::optional<FakeDrive> Find(std::string_view drive);
 };
 
 class FakeProcess : public ProcessService {
@@ -93,6 +115,27 @@ class FakeFiles : public FileService {
   std::vector<std::string> unreadable;                     // there, but every read fails
 };
 
+// The program's pictures as committed under resources/art, found by name.
+class FakeResources : public ResourceService {
+ public:
+  std::optional<std::vector<std::uint8_t>> Resource(std::string_view type, std::string_view name) override;
+};
+
+class FakeShell : public ShellService {
+ public:
+  struct Call {
+    std::string operation, file, parameters, directory;
+    int show;
+    bool operator==(const Call&) const = default;
+  };
+  bool ShellExecute(std::string_view operation, std::string_view file, std::string_view parameters,
+                    std::string_view directory, int show) override {
+    calls.push_back({std::string(operation), std::string(file), std::string(parameters), std::string(directory), show});
+    return true;
+  }
+  std::vector<Call> calls;
+};
+
 struct FakePlatform {
   MemorySettingsStore settings;
   FakeDrives drives;
@@ -100,7 +143,9 @@ struct FakePlatform {
   FakeClock clock;
   ScriptedDialogs dialogs;
   FakeFiles files;
-  Platform platform{settings, drives, process, clock, dialogs, files};
+  FakeResources resources;
+  FakeShell shell;
+  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell};
 
   std::optional<std::string> Setting(const std::string& key, const std::string& section = "Form1") const {
     return settings.Find(process.exe_name, section, key);

@@ -61,16 +61,24 @@ TwipsSize HeadlessTextMetrics::Measure(const Font& font, std::string_view text) 
 namespace {
 class HeadlessPeer : public FormPeer {
  public:
+  HeadlessPeer(HeadlessUi& ui, Form& form) : ui_(ui), form_(form) {}
+  void LayeringChanged() override {
+    if (form_.Layering().alpha) ui_.alphas.push_back(*form_.Layering().alpha);
+  }
   void BoundsChanged() override {}
   void VisibleChanged() override {}
   void WindowStateChanged() override {}
   void Invalidate() override {}
+
+ private:
+  HeadlessUi& ui_;
+  Form& form_;
 };
 }  // namespace
 
-std::unique_ptr<FormPeer> HeadlessUi::CreatePeer(Form&) {
+std::unique_ptr<FormPeer> HeadlessUi::CreatePeer(Form& form) {
   ++peers_created;
-  return std::make_unique<HeadlessPeer>();
+  return std::make_unique<HeadlessPeer>(*this, form);
 }
 
 void HeadlessUi::DoEvents() {

@@ -65,6 +65,7 @@ class HeadlessUi : public Ui {
   int do_events_calls = 0;
   bool loop_quit = false;
   int peers_created = 0;
+  std::vector<int> alphas;  // every alpha a form's window took, in order
 
  protected:
   void QuitEventLoop() override { loop_quit = true; }

@@ -72,7 +72,7 @@ TEST_F(Form1Startup, StopFlagKeepsTheTimerOffButTheFirstRefreshStillRuns) {
   Form1& f = Start();
   EXPECT_FALSE(f.Timer1.Enabled());
   EXPECT_EQ(f.Text_ND.Text(), "2");
-  EXPECT_EQ(f.Text1.Text(), "C:\\\r\nD:\\\r\n");
+  EXPECT_EQ(f.CaptionL.Count(), 3);
   ui.timers.Advance(120000);
   EXPECT_EQ(fake.drives.ready_queries.size(), 2u);
 }
@@ -97,7 +97,7 @@ TEST_F(Form1Startup, HiddenDrivesAreNeitherShownNorCounted) {
   Form1& f = Start();
   EXPECT_EQ(f.Text3.Text(), "\r\nd:\\");
   EXPECT_EQ(f.Text_ND.Text(), "1");
-  EXPECT_EQ(f.Text1.Text(), "C:\\\r\n");
+  EXPECT_EQ(f.CaptionL(1).CaptionText().substr(0, 4), "[C:]");
 }
 
 TEST_F(Form1Startup, AnEmptyOpticalDriveIsCountedWhenNothingElseIsReady) {
@@ -112,7 +112,7 @@ TEST_F(Form1Startup, AnEmptyOpticalDriveIsCountedWhenNothingElseIsReady) {
   fake.drives.drives['F'] = reader;
   Form1& f = Start();
   EXPECT_EQ(f.Text_ND.Text(), "1");
-  EXPECT_EQ(f.Text1.Text(), "E:\\\r\n");
+  EXPECT_EQ(f.CaptionL(1).CaptionText(), "[E:] \r\n0.00GB free of 0.00GB");
 }
 
 TEST_F(Form1Startup, AFailedDriveListGivesNoDrives) {
@@ -161,11 +161,11 @@ TEST_F(Form1Startup, ThemeColourAndFontComeFromTheStore) {
   Store("FontBold", "Bold");
   Form1& f = Start();
   EXPECT_EQ(f.Text_THEME.Text(), "BLUE");
-  EXPECT_EQ(f.Caption1.BackStyle(), 2);
+  EXPECT_EQ(f.Caption1.TRANSPARENT(), false);
   EXPECT_EQ(f.Caption1.BackColor(), 255u);
   EXPECT_EQ(f.CaptionL(0).Font(), (Font{"Verdana", 11, true}));
   f.Text4.SetText("T");
-  EXPECT_EQ(f.Caption1.BackStyle(), 0);
+  EXPECT_EQ(f.Caption1.TRANSPARENT(), true);
   EXPECT_EQ(Setting("COLOR"), "T");
 }
 
@@ -198,10 +198,10 @@ TEST_F(Form1Startup, HotKeyPollRunsOnlyWhenSwitchedOn) {
 TEST_F(Form1Startup, UptimeLabelFollowsTheClock) {
   fake.clock.ticks = 90061001;
   Form1& f = Start();
-  EXPECT_EQ(f.Caption1.Caption(), "1 days, 1 hours, 1 minutes");
+  EXPECT_EQ(f.Caption1.CaptionText(), "1 days, 1 hours, 1 minutes");
   fake.clock.ticks += 3600000;
   ui.timers.Advance(60000);
-  EXPECT_EQ(f.Caption1.Caption(), "1 days, 2 hours, 1 minutes");
+  EXPECT_EQ(f.Caption1.CaptionText(), "1 days, 2 hours, 1 minutes");
 }
 
 TEST_F(Form1Startup, ASecondInstanceSaysSoAndTouchesNothing) {

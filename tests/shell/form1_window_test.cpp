@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <optional>
+
 #include "headless/recording_painter.h"
 #include "shell/form1_scenario.h"
 
@@ -91,46 +94,53 @@ TEST_F(Form1Window, AClickThatLeavesTheExitButtonDoesNotEnd) {
   EXPECT_FALSE(ui.Ended());
 }
 
-TEST_F(Form1Window, ARefreshStartedInsideAScanLeavesConsistentResults) {
-  Form1& f = Start();
-  // A timer tick lands while the scan waits on a drive: the nested refresh runs to its end first.
-  bool nested = false;
-  ui.Post([&] {
-    nested = true;
-    f.Command1.Press();
-  });
-  fake.drives.drives['E'] = FakeDrives::Sized(8ull << 30, 1ull << 30, kDriveRemovable);
-  f.Command1.Press();
-  EXPECT_TRUE(nested);
-  EXPECT_EQ(f.Text_ND.Text(), "3");
-  EXPECT_EQ(f.Text1.Text(), "C:\\\r\nD:\\\r\nE:\\\r\n");
-  EXPECT_TRUE(ui.errors.empty());
-}
-
-TEST_F(Form1Window, PaintsASeeThroughBarWithTheUptimeOnIt) {
+TEST_F(Form1Window, PaintsASeeThroughBarWithCardsAndTheUptimeStrip) {
   fake.clock.ticks = 3 * 3600000;
   Form1& f = Start();
+  const auto strip_fill = [&](const RecordingPainter& p) -> std::optional<Colour> {
+    for (const auto& op : p.ops)
+      if (op.kind == RecordingPainter::Op::kFill && op.rect.left == f.Caption1.Left() && op.rect.top == f.Caption1.Top())
+        return op.colour;
+    return std::nullopt;
+  };
   RecordingPainter painter;
   f.Paint(painter);
   ASSERT_FALSE(painter.ops.empty());
+  // The window's own ground is the key colour: only what stands on it shows.
   EXPECT_EQ(painter.ops[0].kind, RecordingPainter::Op::kFill);
   EXPECT_EQ(painter.ops[0].colour, kKeyColour);
-  EXPECT_EQ(painter.Texts(), (std::vector<std::string>{"0 days, 3 hours, 0 minutes"}));
+  const auto texts = painter.Texts();
+  EXPECT_NE(std::find(texts.begin(), texts.end(), "0 days, 3 hours, 0 minutes"), texts.end());
+  EXPECT_NE(std::find(texts.begin(), texts.end(), "[C:] \r\n40.00GB free of 100.00GB"), texts.end());
   // No stored colour: the strip is opaque in its own design colour.
-  ASSERT_EQ(painter.ops.size(), 3u);
-  EXPECT_EQ(painter.ops[1].rect.left, 60);
-  EXPECT_NE(painter.ops[1].colour, kKeyColour);
-  // A stored colour gives the label an opaque background.
-  f.Text4.SetText("65280");
-  painter.ops.clear();
-  f.Paint(painter);
-  ASSERT_EQ(painter.ops.size(), 3u);
-  EXPECT_EQ(painter.ops[1].colour, Rgb(0, 255, 0));
-  // "T" makes it see-through.
-  f.Text4.SetText("T");
-  painter.ops.clear();
-  f.Paint(painter);
-  EXPECT_EQ(painter.ops.size(), 2u);
+  ASSERT_TRUE(strip_fill(painter));
+  EXPECT_NE(*strip_fill(painter), kKeyColour);
+  // A stored colour, in any form a number takes, gives it that ground; "T" none.
+  const struct {
+    const char* text;
+    std::optional<Colour> fill;
+  } cases[] = {
+      {"65280", Rgb(0, 255, 0)}, {"&H8080FF", 0x8080FFu}, {"&H8080FF&", 0x8080FFu}, {" 255 ", 255u},
+      {"0x10", 255u},  // not a number here: the colour stays
+      {"T", std::nullopt},
+  };
+  for (const auto& c : cases) {
+    f.Text4.SetText(c.text);
+    painter.Clear();
+    f.Paint(painter);
+    EXPECT_EQ(strip_fill(painter), c.fill) << c.text;
+    EXPECT_EQ(Setting("COLOR"), c.text);
+  }
+}
+
+TEST_F(Form1Window, ARightPressOnTheUptimeStripOpensTheComputerFolder) {
+  Start();
+  Mouse(MouseEventKind::kDown, kLeftButton, 100, 400);
+  Mouse(MouseEventKind::kUp, kLeftButton, 100, 400);
+  EXPECT_TRUE(fake.shell.calls.empty());
+  Mouse(MouseEventKind::kDown, kRightButton, 100, 400);
+  EXPECT_EQ(fake.shell.calls,
+            (std::vector<FakeShell::Call>{{"", "::{20D04FE0-3AEA-1069-A2D8-08002B30309D}", "", "", 5}}));
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ WindowArgs FormWindow::ArgsFor(const Form& form, const PixelScale& scale) {
   w.style = args.border ? WS_OVERLAPPEDWINDOW : WS_POPUP;
   w.style |= WS_CLIPCHILDREN;
   if (!args.show_in_taskbar) w.ex_style |= WS_EX_TOOLWINDOW;
-  if (args.colour_key) w.ex_style |= WS_EX_LAYERED;
+  if (form.Layering().Layered()) w.ex_style |= WS_EX_LAYERED;
   w.rect = scale.ToWindowRect(form.Bounds());
   w.title = Widen(form.Caption());
   return w;
@@ -64,7 +64,16 @@ WindowArgs FormWindow::ArgsFor(const Form& form, const PixelScale& scale) {
 FormWindow::FormWindow(Form& form, PixelScale scale) : form_(form), scale_(scale) {
   if (!Create(ArgsFor(form, scale)))
     throw std::runtime_error("The window of " + form.Name() + " cannot be created");
-  if (form.Args().colour_key) ::SetLayeredWindowAttributes(hwnd(), kKeyColour, 0, LWA_COLORKEY);
+  if (form.Layering().Layered()) LayeringChanged();
+}
+
+void FormWindow::LayeringChanged() {
+  const Layering& layering = form_.Layering();
+  const LONG_PTR ex_style = ::GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
+  if (layering.Layered() && (ex_style & WS_EX_LAYERED) == 0)
+    ::SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, ex_style | WS_EX_LAYERED);
+  if (layering.key) ::SetLayeredWindowAttributes(hwnd(), HostColour(*layering.key), 0, LWA_COLORKEY);
+  if (layering.alpha) ::SetLayeredWindowAttributes(hwnd(), 0, static_cast<BYTE>(*layering.alpha), LWA_ALPHA);
 }
 
 FormWindow::~FormWindow() {

@@ -26,6 +26,7 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   void WindowStateChanged() override;
   void Invalidate() override;
   void CaptionChanged() override;
+  void LayeringChanged() override;
 
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept;
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/win32/wide_text.h"
+#include "ui/resample.h"
 
 namespace quillet::win32 {
 namespace {
@@ -113,10 +114,16 @@ void GdiPainter::DrawPicture(const Picture& picture, const TwipsRect& dest) {
     return;
   const RECT r = scale_.ToPixelEdges(dest);
   if (r.right <= r.left || r.bottom <= r.top) return;
+  // AlphaBlend stretches by repeating and dropping pixels; scale here, blit 1:1.
+  const int width = r.right - r.left, height = r.bottom - r.top;
+  Picture resampled;
+  if (width != picture.width || height != picture.height) resampled = ResamplePicture(picture, width, height);
+  const Picture& shown = resampled.pixels.empty() ? picture : resampled;
+  if (shown.width != width || shown.height != height) return;
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = picture.width;
-  info.bmiHeader.biHeight = -picture.height;  // rows from the top
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = -height;  // rows from the top
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
@@ -127,8 +134,9 @@ void GdiPainter::DrawPicture(const Picture& picture, const TwipsRect& dest) {
   // 0xAARRGGBB is BGRA in memory; AlphaBlend wants the colour premultiplied,
   // and a pixel of alpha 0 then leaves what is under it.
   auto* out = static_cast<std::uint32_t*>(bits);
-  for (std::size_t i = 0; i < picture.pixels.size() && i < std::size_t(picture.width) * picture.height; ++i) {
-    const std::uint32_t p = picture.pixels[i];
+  const std::size_t count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::uint32_t p = shown.pixels[i];
     const std::uint32_t a = p >> 24;
     if (a == 255) {
       out[i] = p;
@@ -139,8 +147,7 @@ void GdiPainter::DrawPicture(const Picture& picture, const TwipsRect& dest) {
   }
   const ScopedSelectObject select(source.get(), bitmap.get());
   const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-  ::AlphaBlend(dc_, r.left, r.top, r.right - r.left, r.bottom - r.top, source.get(), 0, 0, picture.width,
-               picture.height, blend);
+  ::AlphaBlend(dc_, r.left, r.top, width, height, source.get(), 0, 0, width, height, blend);
 }
 
 void GdiPainter::PushLayer(const TwipsRect& rect, Colour fill) {

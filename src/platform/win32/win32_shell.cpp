@@ -1,0 +1,19 @@
+#include "platform/win32/win32_shell.h"
+
+#include "platform/win32/wide_text.h"
+#include "platform/win32/win32.h"
+
+namespace quillet::win32 {
+
+bool Win32Shell::ShellExecute(std::string_view operation, std::string_view file, std::string_view parameters,
+                              std::string_view directory, int show) {
+  const std::wstring verb = Widen(operation), target = Widen(file), params = Widen(parameters),
+                     folder = Widen(directory);
+  const HINSTANCE result =
+      ::ShellExecuteW(nullptr, verb.empty() ? nullptr : verb.c_str(), target.c_str(),
+                      params.empty() ? nullptr : params.c_str(), folder.empty() ? nullptr : folder.c_str(), show);
+  // Values above 32 mean success.
+  return reinterpret_cast<INT_PTR>(result) > 32;
+}
+
+}  // namespace quillet::win32
