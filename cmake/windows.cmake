@@ -17,8 +17,9 @@ target_link_libraries(Quillet PRIVATE quillet_win32)
 target_compile_options(Quillet PRIVATE ${QUILLET_WARNINGS})
 target_link_options(Quillet PRIVATE ${QUILLET_STATIC_LINK})
 # The manifest and icon are read by windres; rebuild when they change.
+file(GLOB QUILLET_ART CONFIGURE_DEPENDS resources/art/*.gif)
 set_source_files_properties(resources/Quillet.rc PROPERTIES
-  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/resources/Quillet.manifest;${CMAKE_SOURCE_DIR}/resources/Quillet.ico")
+  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/resources/Quillet.manifest;${CMAKE_SOURCE_DIR}/resources/Quillet.ico;${CMAKE_SOURCE_DIR}/resources/art.rc;${QUILLET_ART}")
 
 # GoogleTest from Debian's source package, built with this toolchain.
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)

@@ -59,7 +59,7 @@ ControlArray<Image> ImageArray(Form& form, TwipsRect bounds, bool stretch) {
 // The card text as designed: white letters with a dark outline on a see-through ground.
 std::unique_ptr<quillet::Caption> CardCaptionTemplate(TextMetrics& metrics) {
   auto caption = std::make_unique<quillet::Caption>("CaptionL", TwipsRect{510, -195, 1815, 720}, metrics, false);
-  caption->InitProperties("CaptionL", Font{});
+  caption->InitProperties("CaptionL", Font{"Tahoma", 6.75, false});
   caption->SetCaptionShadowed(false);
   caption->SetCaptionOUTColor(Rgb(16, 24, 32));
   return caption;
@@ -160,10 +160,10 @@ void Form1::WireHiddenControls() {
     PassOver([&] {
       // An opaque ground in the stored colour; "T" lets the ground go see-through.
       if (Text4.Text() != "T") {
-        Caption1.SetTRANSPARENT(false);
+        Caption1.SetTransparent(false);
         if (const auto colour = TextToInt32(Text4.Text())) Caption1.SetBackColor(static_cast<Colour>(*colour));
       } else {
-        Caption1.SetTRANSPARENT(true);
+        Caption1.SetTransparent(true);
       }
     });
     Save("COLOR", Text4.Text());
@@ -191,7 +191,7 @@ void Form1::WireVisuals() {
   Caption1.SetCaptionShadowed(false);
   Caption1.SetCaptionOutlined(false);
   Caption1.SetCaptionAligmend(1);
-  Caption1.SetTRANSPARENT(false);
+  Caption1.SetTransparent(false);
   Caption1.SetBackColor(kCaption1Design);
   AddVisual(Caption1);
   AddVisual(Image5);

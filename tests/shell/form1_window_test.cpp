@@ -97,11 +97,16 @@ TEST_F(Form1Window, AClickThatLeavesTheExitButtonDoesNotEnd) {
 TEST_F(Form1Window, PaintsASeeThroughBarWithCardsAndTheUptimeStrip) {
   fake.clock.ticks = 3 * 3600000;
   Form1& f = Start();
+  // The strip's ground as it shows: its layer's fill, unless that colour is keyed out.
   const auto strip_fill = [&](const RecordingPainter& p) -> std::optional<Colour> {
-    for (const auto& op : p.ops)
-      if (op.kind == RecordingPainter::Op::kFill && op.rect.left == f.Caption1.Left() && op.rect.top == f.Caption1.Top())
-        return op.colour;
-    return std::nullopt;
+    using Op = RecordingPainter::Op;
+    const auto layer = std::find_if(p.ops.begin(), p.ops.end(), [&](const Op& op) {
+      return op.kind == Op::kPushLayer && op.rect.left == f.Caption1.Left() && op.rect.top == f.Caption1.Top();
+    });
+    if (layer == p.ops.end()) return std::nullopt;
+    const auto pop = std::find_if(layer, p.ops.end(), [](const Op& op) { return op.kind == Op::kPopLayer; });
+    if (pop == p.ops.end() || pop->key == layer->colour) return std::nullopt;
+    return layer->colour;
   };
   RecordingPainter painter;
   f.Paint(painter);
