@@ -261,6 +261,14 @@ void Form1::LoadSettings() {
     const auto theme = Setting("THEME");
     Text_THEME.SetText(theme.empty() ? "NORMAL" : theme);
   });
+  // The thin meter bars replace the live set the cards copy from.
+  PassOver([&] {
+    if (const auto bars = Setting("meterbar"); !bars.empty() && bars == "0") {
+      Image1.SetPicture(Image20.Picture());
+      Image2.SetPicture(Image21.Picture());
+      Image3.SetPicture(Image22.Picture());
+    }
+  });
   // Every period under the floor, also one chosen before, reverts to 30 seconds.
   PassOver([&] {
     if (Val(Text2.Text()) < kMinimumPeriodSeconds) Text2.SetText("30");

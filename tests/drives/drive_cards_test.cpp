@@ -102,6 +102,16 @@ TEST_F(DriveCards, EachDriveGetsACardWithTextBarAndIconInLetterOrder) {
   EXPECT_EQ(f.Text1.Text(), "");
 }
 
+TEST_F(DriveCards, TheStoredThinSetGivesTheBarsTheirPictures) {
+  fake.drives.drives = {{'C', Gib(100, 3)}, {'D', Gib(100, 8)}, {'E', Gib(100, 50)}};
+  Store("meterbar", "0");
+  Form1& f = Start();
+  EXPECT_EQ(f.Imagebar(1).Picture(), f.Image22.Picture());
+  EXPECT_EQ(f.Imagebar(2).Picture(), f.Image21.Picture());
+  EXPECT_EQ(f.Imagebar(3).Picture(), f.Image20.Picture());
+  EXPECT_NE(f.Image20.Picture(), f.Image6.Picture());
+}
+
 TEST_F(DriveCards, AnEmptyOpticalDriveShowsNoBarAndTheDiscIconThenItsDiscAtTheNextTick) {
   FakeDrive cd = Gib(0.7, 0, kDriveCdRom);
   cd.ready = false;
