@@ -196,6 +196,7 @@ TEST_F(DriveCards, WithEveryDriveHiddenTheCardsGoAndTheHeightFollowsTheTemplate)
 TEST_F(DriveCards, WithTheStopFlagTheTimerNeverRefreshes) {
   Store("SS", "1");
   Form1& f = Start();
+  EXPECT_FALSE(f.Timer1.Enabled());
   fake.drives.drives['E'] = Gib(16, 8, kDriveRemovable);
   ui.timers.Advance(120000);
   EXPECT_EQ(Cards(), 2);

@@ -67,16 +67,6 @@ TEST_F(Form1Startup, RefreshRunsEveryPeriodUnlessStopped) {
   EXPECT_EQ(f.Text_ND.Text(), "2");
 }
 
-TEST_F(Form1Startup, StopFlagKeepsTheTimerOffButTheFirstRefreshStillRuns) {
-  Store("SS", "1");
-  Form1& f = Start();
-  EXPECT_FALSE(f.Timer1.Enabled());
-  EXPECT_EQ(f.Text_ND.Text(), "2");
-  EXPECT_EQ(f.CaptionL.Count(), 3);
-  ui.timers.Advance(120000);
-  EXPECT_EQ(fake.drives.ready_queries.size(), 2u);
-}
-
 TEST_F(Form1Startup, FirstRefreshSetsTheRebuildFlagAgainstTheTitleCount) {
   Form1& f = Start();
   EXPECT_EQ(f.Caption(), "0");  // the count before the scan
@@ -90,29 +80,6 @@ TEST_F(Form1Startup, FirstRefreshSetsTheRebuildFlagAgainstTheTitleCount) {
   EXPECT_EQ(f.Check2.Value(), 0);
   f.Text_ND.SetText("");
   EXPECT_EQ(f.Check2.Value(), 0);  // empty text changes nothing
-}
-
-TEST_F(Form1Startup, HiddenDrivesAreNeitherShownNorCounted) {
-  Store("HH", "\r\nd:\\");
-  Form1& f = Start();
-  EXPECT_EQ(f.Text3.Text(), "\r\nd:\\");
-  EXPECT_EQ(f.Text_ND.Text(), "1");
-  EXPECT_EQ(f.CaptionL(1).CaptionText().substr(0, 4), "[C:]");
-}
-
-TEST_F(Form1Startup, AnEmptyOpticalDriveIsCountedWhenNothingElseIsReady) {
-  fake.drives.drives.clear();
-  FakeDrive cd;
-  cd.type = kDriveCdRom;
-  cd.ready = false;
-  FakeDrive reader;
-  reader.type = kDriveRemovable;
-  reader.ready = false;
-  fake.drives.drives['E'] = cd;
-  fake.drives.drives['F'] = reader;
-  Form1& f = Start();
-  EXPECT_EQ(f.Text_ND.Text(), "1");
-  EXPECT_EQ(f.CaptionL(1).CaptionText(), "[E:] \r\n0.00GB free of 0.00GB");
 }
 
 TEST_F(Form1Startup, AFailedDriveListGivesNoDrives) {
