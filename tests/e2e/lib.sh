@@ -422,3 +422,25 @@ e2e_set_dpi() {
   wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
   e2e_wine_stop
 }
+
+# ---------------------------------------------------------------- kept results
+
+# e2e_log_dir: a folder for what a test keeps for a look after it ends
+# (screenshots), outside the work folder that is removed on exit:
+# $E2E_LOG_DIR, or ${TMPDIR:-/tmp}/quillet-e2e-logs/<test script name>.
+e2e_log_dir() {
+  local dir=${E2E_LOG_DIR:-${TMPDIR:-/tmp}/quillet-e2e-logs/$(basename "$0" .sh)}
+  mkdir -p "$dir" && printf '%s\n' "$dir"
+}
+
+# e2e_count_colour FILE X Y W H COLOUR: how many pixels of the area have the colour.
+e2e_count_colour() {
+  "$E2E_CONVERT" "$1" -crop "$4x$5+$2+$3" +repage -fill black +opaque "$6" -fill white -opaque "$6" \
+    -format '%[fx:round(mean*w*h)]' info:-
+}
+
+# e2e_wait_size WIN WIDTH HEIGHT [SECONDS]: waits until the X window has that
+# size in pixels; 1 on time-out.
+e2e_wait_size() {
+  e2e_wait_for "${4:-$E2E_TIMEOUT}" eval "[[ \$(e2e_geometry $1 | cut -d' ' -f3-) == '$2 $3' ]]"
+}
