@@ -165,7 +165,7 @@ void Caption::SetBorders(int style) {
   PropertySet("Borders", true);
 }
 
-void Caption::SetTRANSPARENT(bool on) {
+void Caption::SetTransparent(bool on) {
   masked_back_ = on;
   PropertySet("Transparent", false);
 }

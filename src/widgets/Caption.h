@@ -41,8 +41,9 @@ class Caption : public Visual {
   void SetCaption(std::string text);
   int Borders() const { return border_style_; }
   void SetBorders(int style);
-  bool TRANSPARENT() const { return masked_back_; }
-  void SetTRANSPARENT(bool on);
+  // The property TRANSPARENT, stored as "Transparent"; the Windows headers take its own spelling as a macro.
+  bool Transparent() const { return masked_back_; }
+  void SetTransparent(bool on);
   bool AutoSize() const { return auto_size_; }
   void SetAutoSize(bool on);
   const quillet::Font& Font() const { return font_; }

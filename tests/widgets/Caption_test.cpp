@@ -222,7 +222,7 @@ TEST_F(CaptionTest, TheGroundIsSeeThroughOnlyWhereItIsExactlyBackColor) {
   EXPECT_EQ(window.ops.back().key, std::optional<Colour>(0x123456));
   // What was drawn lands at the control's place on the form.
   EXPECT_EQ(window.ops[1].x1, 300 + 45);
-  c.SetTRANSPARENT(false);
+  c.SetTransparent(false);
   window.Clear();
   c.Paint(window);
   EXPECT_EQ(window.ops.back().kind, Op::kPopLayer);
@@ -232,7 +232,7 @@ TEST_F(CaptionTest, TheGroundIsSeeThroughOnlyWhereItIsExactlyBackColor) {
 TEST_F(CaptionTest, StoredPropertiesComeBackWithTheirDefaults) {
   Caption& c = Make("Drive");
   c.SetBorders(4);
-  c.SetTRANSPARENT(false);
+  c.SetTransparent(false);
   c.SetCaptionINColor(0x00FF00);
   c.SetCaptionShadowed(false);
   c.SetFont(Font{"Verdana", 9, true});
@@ -243,7 +243,7 @@ TEST_F(CaptionTest, StoredPropertiesComeBackWithTheirDefaults) {
   copy.ReadProperties(bag, Font{});
   EXPECT_EQ(copy.CaptionText(), "Drive");
   EXPECT_EQ(copy.Borders(), 4);
-  EXPECT_FALSE(copy.TRANSPARENT());
+  EXPECT_FALSE(copy.Transparent());
   EXPECT_EQ(copy.CaptionINColor(), 0x00FF00u);
   EXPECT_FALSE(copy.CaptionShadowed());
   EXPECT_EQ(copy.Font(), (Font{"Verdana", 9, true}));
@@ -254,7 +254,7 @@ TEST_F(CaptionTest, StoredPropertiesComeBackWithTheirDefaults) {
   empty.ReadProperties(PropertyBag{}, Font{"Container", 8, false});
   EXPECT_EQ(empty.CaptionText(), "0");
   EXPECT_EQ(empty.Font().name, "Container");
-  EXPECT_TRUE(empty.TRANSPARENT() && empty.CaptionOutlined() && empty.CaptionShadowed() && empty.Enabled());
+  EXPECT_TRUE(empty.Transparent() && empty.CaptionOutlined() && empty.CaptionShadowed() && empty.Enabled());
   EXPECT_EQ(std::tuple(empty.BackColor(), empty.CaptionGradientEnds(), empty.CaptionINColor()),
             std::tuple(0x8000000Fu, 0x404040u, 0xFFFFFFu));
 }
