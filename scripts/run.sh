@@ -4,7 +4,7 @@
 # there), otherwise on a virtual display (Xvfb), from which it keeps a
 # screenshot and then stops. Either way it says where the screenshot is.
 #   QUILLET_PREFIX      Wine prefix to use (default: .wine-run in the repository)
-#   QUILLET_SCREENSHOT  where to write the screenshot
+#   QUILLET_SCREENSHOT  where to write the screenshot (default: build/screenshot.png)
 set -uo pipefail
 cd "$(dirname "$0")/.."
 repo=$PWD
@@ -36,12 +36,12 @@ fi
 wineserver -k 2>/dev/null
 wineserver -w 2>/dev/null
 
+# Under build/, which git ignores: a run leaves the checkout clean.
+shot=${QUILLET_SCREENSHOT:-$repo/build/screenshot.png}
 if [[ -n ${DISPLAY:-} ]] && xdpyinfo >/dev/null 2>&1; then
   mode=user
-  shot=${QUILLET_SCREENSHOT:-$repo/build/screenshot.png}
   echo "run: on your display $DISPLAY"
 else
-  shot=${QUILLET_SCREENSHOT:-$repo/docs/screenshot.png}
   e2e_xvfb_start || exit 1
   echo "run: no reachable X display; on a virtual one ($DISPLAY)"
 fi

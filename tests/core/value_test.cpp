@@ -35,6 +35,23 @@ TEST(Conversions, RoundHalfToEvenAndRefuseOverflow) {
   EXPECT_FALSE(TruncateToInt32(2147483648.0).has_value());
 }
 
+// What a colour text such as "&H8080FF&" becomes where a number is wanted.
+TEST(TextToInt32, TakesTheWholeTextOrNothing) {
+  const struct {
+    const char* text;
+    std::optional<std::int32_t> value;
+  } cases[] = {
+      {"&H8080FF", 0x8080FF},     {"&H8080FF&", 0x8080FF}, {"&h8080ff", 0x8080FF},       {"  &H8080FF  ", 0x8080FF},
+      {"0x8080FF", {}},           {"&HFFFFFFFF", -1},      {"&H100000000", {}},         {"&O17", 15},
+      {"&O8", {}},                {"&H", {}},              {"&HG1", {}},                {" 12 ", 12},
+      {"+7", 7},                  {"-5", -5},              {"2.5", 2},                  {"3.5", 4},
+      {"-2.5", -2},               {"1e3", 1000},           {"2147483647", 2147483647},  {"2147483648", {}},
+      {"-2147483648", INT32_MIN}, {"2147483647.5", {}},    {"", {}},                    {"   ", {}},
+      {"T", {}},                  {"12abc", {}},           {".", {}},                   {"--3", {}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(TextToInt32(c.text), c.value) << '"' << c.text << '"';
+}
+
 TEST(FormatFixed2, RoundsHalvesAwayFromZeroOnDecimalDigits) {
   const struct {
     double value;

@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <climits>
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <memory>
 
 #include "fakes/fake_platform.h"
 #include "headless/headless_ui.h"
+#include "headless/recording_painter.h"
 #include "widgets/gif/gif_test_bytes.h"
 
 namespace quillet {
@@ -14,17 +19,16 @@ namespace {
 
 using gif_test::GifWriter;
 using gif_test::TestImage;
+using testing::RecordingPainter;
 using testing::VirtualTimers;
 
 const std::vector<std::uint32_t> kPalette{0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF};
+constexpr std::uint32_t kRed = 0xFFFF0000u, kGreen = 0xFF00FF00u, kBlue = 0xFF0000FFu;
 
-TestImage Solid(std::uint16_t left, std::uint16_t top, int width, int height, std::uint8_t index) {
-  TestImage image;
-  image.left = left;
-  image.top = top;
-  image.width = width;
-  image.height = height;
-  image.pixels.assign(static_cast<std::size_t>(width * height), index);
+TestImage Solid(int left, int top, int width, int height, std::uint8_t index) {
+  TestImage image = gif_test::Solid(width, height, index);
+  image.left = static_cast<std::uint16_t>(left);
+  image.top = static_cast<std::uint16_t>(top);
   image.lzw.min_code_size = 2;
   return image;
 }
@@ -43,12 +47,8 @@ std::vector<std::uint8_t> Gif(const std::vector<FrameSpec>& frames, std::optiona
   GifWriter w;
   w.Screen(screen, screen, kPalette);
   if (loops) w.Netscape(*loops);
-  for (const auto& f : frames) {
-    w.GraphicControl(f.disposal, f.delay, f.transparent);
-    w.Image(f.image);
-  }
-  w.Trailer();
-  return w.Get();
+  for (const auto& f : frames) w.GraphicControl(f.disposal, f.delay, f.transparent).Image(f.image);
+  return w.Trailer().Get();
 }
 
 std::vector<std::uint8_t> FourFrames(std::optional<std::uint16_t> loops, std::uint16_t delay = 10) {
@@ -57,35 +57,43 @@ std::vector<std::uint8_t> FourFrames(std::optional<std::uint16_t> loops, std::ui
   return Gif(frames, loops);
 }
 
+// Two opaque frames kept on each other: they are composed on a canvas.
+std::vector<std::uint8_t> CanvasGif(int second_left, int second_top, int width, int height) {
+  return Gif({{Solid(0, 0, width, height, 0), 10, 1}, {Solid(second_left, second_top, width, height, 1), 10, 1}}, {},
+             1);
+}
+
 struct Player {
   VirtualTimers timers;
   ucAniGIF gif;
   std::vector<std::int32_t> changes;
   int done = 0;
-  explicit Player(int delay_animation = 1) : gif(timers, {"ucAniGIF1", {0, 0, 1500, 1500}}) {
+  explicit Player(int delay_animation = 1, TwipsRect bounds = {0, 0, 1500, 1500})
+      : gif(timers, {"ucAniGIF1", bounds}) {
     gif.SetDelayAnimation(delay_animation);
     gif.FrameChanged = [this](std::int32_t frame, bool&) { changes.push_back(frame); };
     gif.AnimationDone = [this] { ++done; };
   }
 };
 
-// Keeps the last picture drawn, to look at pixels.
-struct PixelPainter : Painter {
-  Picture last;
+using Edges = std::array<int, 4>;  // left, top, width, height
+Edges EdgesOf(const TwipsRect& r) { return {r.left, r.top, r.width, r.height}; }
+
+// The last picture a paint drew and where it went.
+struct Drawn {
+  Picture picture;
   TwipsRect where;
-  std::vector<Colour> fills;
-  void FillRect(const TwipsRect&, Colour c) override { fills.push_back(c); }
-  void DrawText(const TwipsRect&, std::string_view, const Font&, Colour, TextAlign) override {}
-  void DrawTextAt(int, int, std::string_view, const Font&, Colour) override {}
-  void DrawLine(int, int, int, int, Colour) override {}
-  void PushLayer(const TwipsRect&, Colour) override {}
-  void PopLayer(std::optional<Colour>) override {}
-  void DrawPicture(const Picture& p, const TwipsRect& dest) override {
-    last = p;
-    where = dest;
-  }
-  std::uint32_t At(int x, int y) const { return last.pixels[static_cast<std::size_t>(y * last.width + x)]; }
+  std::uint32_t At(int x, int y) const { return picture.pixels[static_cast<std::size_t>(y * picture.width + x)]; }
 };
+
+Drawn Paint(const ucAniGIF& gif, RecordingPainter& painter) {
+  painter.Clear();
+  gif.Paint(painter);
+  for (auto op = painter.ops.rbegin(); op != painter.ops.rend(); ++op)
+    if (op->kind == RecordingPainter::Op::kPicture) return {*op->picture, op->rect};
+  ADD_FAILURE() << "no picture drawn";
+  return {};
+}
 
 TEST(ucAniGIF, LoopsThreeOnFourFramesEndsOnTheLastFrame) {
   Player p;
@@ -142,25 +150,29 @@ TEST(ucAniGIF, FrameDelaysSteppedDelayAndTheMinimum) {
 }
 
 TEST(ucAniGIF, PropertiesClampFoldOrIgnoreOutOfRangeValues) {
+  const struct {
+    const char* name;
+    void (ucAniGIF::*set)(int);
+    int (ucAniGIF::*get)() const;
+    int first, second, read;
+  } cases[] = {
+      {"MinFrameDelay floor", &ucAniGIF::SetMinFrameDelay, &ucAniGIF::MinFrameDelay, 50, 5, 10},
+      {"MinFrameDelay ceiling", &ucAniGIF::SetMinFrameDelay, &ucAniGIF::MinFrameDelay, 50, 40000, 32700},
+      {"Loops folds a negative", &ucAniGIF::SetLoops, &ucAniGIF::Loops, 0, -2, 2},
+      {"Loops ignores the lowest int", &ucAniGIF::SetLoops, &ucAniGIF::Loops, 3, INT_MIN, 3},
+      {"SteppedDelay", &ucAniGIF::SetSteppedDelay, &ucAniGIF::SteppedDelay, 40, -5, 0},
+      {"Stretch", &ucAniGIF::SetStretch, &ucAniGIF::Stretch, 2, 7, 2},
+      {"Mirrored", &ucAniGIF::SetMirrored, &ucAniGIF::Mirrored, 1, 4, 1},
+      {"DelayAnimation", &ucAniGIF::SetDelayAnimation, &ucAniGIF::DelayAnimation, 1, 5, 1},
+      {"BackStyle", &ucAniGIF::SetBackStyle, &ucAniGIF::BackStyle, 0, 3, 0},
+  };
+  for (const auto& c : cases) {
+    Player p;
+    (p.gif.*c.set)(c.first);
+    (p.gif.*c.set)(c.second);
+    EXPECT_EQ((p.gif.*c.get)(), c.read) << c.name;
+  }
   Player p;
-  p.gif.SetMinFrameDelay(5);
-  EXPECT_EQ(p.gif.MinFrameDelay(), 10);
-  p.gif.SetMinFrameDelay(40000);
-  EXPECT_EQ(p.gif.MinFrameDelay(), 32700);
-  p.gif.SetLoops(-2);
-  EXPECT_EQ(p.gif.Loops(), 2);
-  p.gif.SetSteppedDelay(-5);
-  EXPECT_EQ(p.gif.SteppedDelay(), 0);
-  p.gif.SetStretch(2);
-  p.gif.SetStretch(7);
-  EXPECT_EQ(p.gif.Stretch(), 2);
-  p.gif.SetMirrored(1);
-  p.gif.SetMirrored(4);
-  EXPECT_EQ(p.gif.Mirrored(), 1);
-  p.gif.SetDelayAnimation(5);
-  EXPECT_EQ(p.gif.DelayAnimation(), 1);
-  p.gif.SetBackStyle(3);
-  EXPECT_EQ(p.gif.BackStyle(), 0);
   EXPECT_EQ(p.gif.LoopsRemaining(), 0);  // nothing loaded
   ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(FourFrames(0)));
   EXPECT_EQ(p.gif.LoopsRemaining(), 2147483647);
@@ -182,7 +194,6 @@ TEST(ucAniGIF, ActionsStopPlayPauseStepAndRestart) {
   p.gif.SetAction(3);  // step on the last frame wraps to 1 and stays paused
   EXPECT_EQ(p.gif.CurrentFrame(), 1);
   EXPECT_EQ(p.gif.Action(), ucAniGIF::kPaused);
-  EXPECT_EQ(p.changes, (std::vector<std::int32_t>{1}));
   p.gif.SetAction(3);
   EXPECT_EQ(p.changes, (std::vector<std::int32_t>{1, 2}));
   p.gif.SetAction(0);
@@ -193,11 +204,6 @@ TEST(ucAniGIF, ActionsStopPlayPauseStepAndRestart) {
   EXPECT_EQ(p.gif.Action(), ucAniGIF::kPlaying);
   p.gif.SetAction(9);
   EXPECT_EQ(p.gif.Action(), ucAniGIF::kPlaying);
-}
-
-TEST(ucAniGIF, HidingPausesAndShowingBringsItBack) {
-  Player p(0);
-  ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(FourFrames(0)));
   p.gif.UserControl_Hide();
   EXPECT_EQ(p.gif.Action(), ucAniGIF::kPaused);
   p.gif.UserControl_Show();
@@ -223,28 +229,82 @@ TEST(ucAniGIF, AHandlerThatStopsTheAnimationIsObeyed) {
   EXPECT_EQ(p.gif.Action(), ucAniGIF::kPaused);
 }
 
-TEST(ucAniGIF, NoTickArrivesAfterTheControlIsGone) {
-  VirtualTimers timers;
-  {
-    ucAniGIF gif(timers, {"g", {0, 0, 60, 60}});
-    ASSERT_TRUE(gif.LoadAnimatedGIF_Array(FourFrames(0)));
-    EXPECT_GT(timers.Running(), 0u);
+// An owner may destroy the control from its own event: nothing of it may be
+// touched afterwards (the sanitizer build sees any use of freed memory).
+TEST(ucAniGIF, AHandlerMayDestroyTheControl) {
+  using Owned = std::unique_ptr<ucAniGIF>;
+  const auto one_frame = Gif({{Solid(0, 0, 4, 4, 1)}});
+  const struct {
+    const char* name;
+    int delay_animation;
+    std::vector<std::uint8_t> bytes;
+    std::function<void(Owned&)> then = nullptr;  // after loading, if the control is still there
+    bool from_bag = false;                     // loaded by ReadProperties
+    bool on_done = false;                      // destroyed by AnimationDone, else by FrameChanged
+  } cases[] = {
+      {"a play tick", 0, FourFrames(0)},
+      {"the unpack tick", 2, FourFrames(0)},
+      {"loading one frame", 0, one_frame},
+      {"loading one frame, not to be played", 2, one_frame},
+      {"ReadProperties", 0, one_frame, nullptr, true},
+      {"SetAction 0", 2, FourFrames(0), [](Owned& g) { g->SetAction(0); }},
+      {"SetAction 4", 2, FourFrames(0), [](Owned& g) { g->SetAction(4); }},
+      {"SetAction 3", 2, FourFrames(0), [](Owned& g) { g->SetAction(3); }},
+      {"the owner, between ticks", 0, FourFrames(0), [](Owned& g) { g.reset(); }},
+      {"AnimationDone", 0, Gif({{Solid(0, 0, 4, 4, 0)}, {Solid(0, 0, 4, 4, 1)}}, 1), nullptr, false, true},
+  };
+  for (const auto& c : cases) {
+    VirtualTimers timers;
+    auto gif = std::make_unique<ucAniGIF>(timers, ucAniGIFArgs{"g", {0, 0, 60, 60}});
+    gif->SetDelayAnimation(c.delay_animation);
+    if (c.on_done) gif->AnimationDone = [&gif] { gif.reset(); };
+    else gif->FrameChanged = [&gif](std::int32_t, bool&) { gif.reset(); };
+    if (c.from_bag) {
+      PropertyBag bag;
+      bag.WriteBytes("GIF", c.bytes);
+      bag.WriteProperty("DelayLoad", std::int64_t{c.delay_animation});
+      gif->ReadProperties(bag);
+    } else {
+      gif->LoadAnimatedGIF_Array(c.bytes);
+    }
+    if (gif && c.then) c.then(gif);
+    timers.Advance(1000);
+    EXPECT_EQ(gif, nullptr) << c.name;
+    EXPECT_EQ(timers.Running(), 0u) << c.name;
   }
-  EXPECT_EQ(timers.Running(), 0u);
-  timers.Advance(1000);
 }
 
-TEST(ucAniGIF, ABadStreamLoadsNothing) {
-  Player p;
-  ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(FourFrames(0)));
-  std::vector<std::uint8_t> bad = FourFrames(0);
-  bad[3] = '7';
-  bad[4] = '7';  // "GIF77a"
-  EXPECT_FALSE(p.gif.LoadAnimatedGIF_Array(bad));
-  EXPECT_EQ(p.gif.CurrentFrame(), 0);
-  EXPECT_EQ(p.gif.FrameCount(), 0);
-  EXPECT_EQ(p.timers.Running(), 0u);
-  EXPECT_FALSE(p.gif.LoadAnimatedGIF_Array({}));
+TEST(ucAniGIF, ALoadThatFailsLeavesNothingLoaded) {
+  std::vector<std::uint8_t> gif77a = FourFrames(0);
+  gif77a[3] = gif77a[4] = '7';
+  const struct {
+    const char* name;
+    std::vector<std::uint8_t> bytes;
+    std::size_t max_canvas_bytes;
+    bool loads;
+  } cases[] = {
+      {"not a known version", gif77a, kMaxCanvasBytes, false},
+      {"no bytes", {}, kMaxCanvasBytes, false},
+      {"a 1 x 1 frame at 32767, 32767: a 32768 x 32768 canvas", CanvasGif(32767, 32767, 1, 1), kMaxCanvasBytes,
+       false},
+      {"a canvas one row over the bound", CanvasGif(0, 1, 16, 16), 16 * 16 * 4, false},
+      {"a canvas at the bound", CanvasGif(0, 0, 16, 16), 16 * 16 * 4, true},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    VirtualTimers timers;
+    ucAniGIF gif(timers, {.name = "g", .bounds = {0, 0, 60, 60}, .max_canvas_bytes = c.max_canvas_bytes});
+    gif.SetDelayAnimation(0);
+    ASSERT_TRUE(gif.LoadAnimatedGIF_Array(FourFrames(0)));
+    bool loaded = true;
+    EXPECT_NO_THROW(loaded = gif.LoadAnimatedGIF_Array(c.bytes));
+    EXPECT_EQ(loaded, c.loads);
+    EXPECT_EQ(gif.FrameCount(), c.loads ? 2 : 0);
+    EXPECT_EQ(timers.Running(), c.loads ? 1u : 0u);
+    RecordingPainter painter;
+    gif.Paint(painter);
+    EXPECT_EQ(painter.Empty(), !c.loads);
+  }
 }
 
 TEST(ucAniGIF, AMissingFileChangesNothingAndAnUnreadableOneClears) {
@@ -270,20 +330,18 @@ TEST(ucAniGIF, DisposalThreeRestoresExactlyItsRectangleMaskIncluded) {
   ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(
       Gif({{first, 10, 0, 3}, {Solid(1, 1, 2, 2, 1), 10, 3}, {Solid(3, 3, 1, 1, 2), 10, 1}})));
   ASSERT_TRUE(p.gif.Animation().Plan.NeedsCanvas);
-  PixelPainter painter;
-  p.gif.Paint(painter);
-  const Picture after_first = painter.last;
-  EXPECT_EQ(painter.At(2, 0), 0u);            // see-through
-  EXPECT_EQ(painter.At(0, 0), 0xFFFF0000u);   // red
+  RecordingPainter painter;
+  const Drawn after_first = Paint(p.gif, painter);
+  EXPECT_EQ(after_first.At(2, 0), 0u);  // see-through
+  EXPECT_EQ(after_first.At(0, 0), kRed);
   p.timers.Advance(100);
-  p.gif.Paint(painter);
-  EXPECT_EQ(painter.At(1, 1), 0xFF00FF00u);  // frame 2 shows...
-  EXPECT_EQ(painter.At(2, 2), 0xFF00FF00u);  // ...over the see-through column too
+  const Drawn second = Paint(p.gif, painter);
+  EXPECT_EQ(second.At(1, 1), kGreen);  // frame 2 shows...
+  EXPECT_EQ(second.At(2, 2), kGreen);  // ...over the see-through column too
   p.timers.Advance(100);
-  p.gif.Paint(painter);
-  Picture want = after_first;
-  want.pixels[15] = 0xFF0000FFu;
-  EXPECT_EQ(painter.last.pixels, want.pixels);
+  Picture want = after_first.picture;
+  want.pixels[15] = kBlue;
+  EXPECT_EQ(Paint(p.gif, painter).picture.pixels, want.pixels);
 }
 
 TEST(ucAniGIF, DisposalTwoClearsToWhatLiesBehind) {
@@ -291,15 +349,13 @@ TEST(ucAniGIF, DisposalTwoClearsToWhatLiesBehind) {
   ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(Gif({{Solid(0, 0, 4, 4, 0), 10, 0}, {Solid(0, 0, 2, 2, 1), 10, 2},
                                                 {Solid(3, 3, 1, 1, 2), 10, 0}})));
   ASSERT_TRUE(p.gif.Animation().Plan.CanvasNeedsMask);
-  PixelPainter painter;
-  for (int i = 0; i < 3; ++i) {
-    p.gif.Paint(painter);
-    p.timers.Advance(100);
-  }
-  EXPECT_EQ(painter.At(0, 0), 0u);
-  EXPECT_EQ(painter.At(1, 1), 0u);
-  EXPECT_EQ(painter.At(2, 2), 0xFFFF0000u);
-  EXPECT_EQ(painter.At(3, 3), 0xFF0000FFu);
+  RecordingPainter painter;
+  Drawn last;
+  for (int i = 0; i < 3; ++i, p.timers.Advance(100)) last = Paint(p.gif, painter);
+  EXPECT_EQ(last.At(0, 0), 0u);
+  EXPECT_EQ(last.At(1, 1), 0u);
+  EXPECT_EQ(last.At(2, 2), kRed);
+  EXPECT_EQ(last.At(3, 3), kBlue);
 }
 
 TEST(ucAniGIF, MirroringOneThenTwoFlipsBothAxesOnceAndMovesTheFrames) {
@@ -340,38 +396,84 @@ TEST(ucAniGIF, MirroringAskedBeforeTheDeferredUnpackReachesEveryFrame) {
   EXPECT_EQ(top_right(2), 1);
 }
 
-TEST(ucAniGIF, StretchSizesTheControl) {
+// A 4 x 4 canvas in a control at 300, 150 twips.
+TEST(ucAniGIF, StretchSizesTheControlAndTheCanvasDrawn) {
   const struct {
     int stretch;
     bool auto_size;
-    int width, height;  // twips, from a control of 1500 x 750 and a 4 x 4 canvas
+    int width, height;              // the control as placed, twips
+    Edges control, drawn;           // the control once loaded; where the canvas goes
+    int shown_width, shown_height;  // of the canvas, pixels
   } cases[] = {
-      {4, false, 60, 60},     // natural size, sized to the canvas
-      {0, true, 1500, 750},   // natural size, control untouched
-      {1, true, 750, 750},    // uniform fit
-      {2, true, 1500, 750},   // fill
-      {1, false, 1500, 750},  // no AutoSize: the control stays
+      {4, false, 1500, 750, {300, 150, 60, 60}, {300, 150, 60, 60}, 4, 4},     // sized to the canvas
+      {0, true, 1500, 750, {300, 150, 1500, 750}, {300, 150, 60, 60}, 4, 4},   // natural size, control untouched
+      {0, false, 30, 45, {300, 150, 30, 45}, {300, 150, 30, 45}, 2, 3},        // what the control holds
+      {3, false, 1500, 750, {300, 150, 1500, 750}, {300, 150, 60, 60}, 4, 4},  // never enlarged
+      {1, true, 1500, 750, {300, 150, 750, 750}, {300, 150, 750, 750}, 4, 4},  // uniform fit
+      {2, true, 1500, 750, {300, 150, 1500, 750}, {300, 150, 1500, 750}, 4, 4},
+      {1, false, 1500, 750, {300, 150, 1500, 750}, {300, 150, 1500, 750}, 4, 4},  // no AutoSize: the control stays
   };
   for (const auto& c : cases) {
-    VirtualTimers timers;
-    ucAniGIF gif(timers, {"g", {0, 0, 1500, 750}});
-    gif.SetStretch(c.stretch);
-    gif.SetAutoSize(c.auto_size);
-    ASSERT_TRUE(gif.LoadAnimatedGIF_Array(FourFrames(0)));
-    EXPECT_EQ(gif.Width(), c.width) << c.stretch << c.auto_size;
-    EXPECT_EQ(gif.Height(), c.height) << c.stretch << c.auto_size;
-    EXPECT_EQ(gif.ActualWidth(), 60);
+    SCOPED_TRACE(::testing::Message() << "Stretch " << c.stretch << ", AutoSize " << c.auto_size);
+    Player p(0, {300, 150, c.width, c.height});
+    p.gif.SetStretch(c.stretch);
+    p.gif.SetAutoSize(c.auto_size);
+    ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(CanvasGif(0, 0, 4, 4)));
+    ASSERT_TRUE(p.gif.Animation().Plan.NeedsCanvas);
+    EXPECT_EQ(EdgesOf(p.gif.Bounds()), c.control);
+    EXPECT_EQ(p.gif.ActualWidth(), 60);
+    RecordingPainter painter;
+    const Drawn drawn = Paint(p.gif, painter);
+    EXPECT_EQ(EdgesOf(drawn.where), c.drawn);
+    EXPECT_EQ(drawn.picture.width, c.shown_width);
+    EXPECT_EQ(drawn.picture.height, c.shown_height);
   }
 }
 
-TEST(ucAniGIF, BackStyleFillsWithTheBackColour) {
-  Player p(0);
-  p.gif.SetBackStyle(1);
-  ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(FourFrames(0)));
-  PixelPainter painter;
-  p.gif.Paint(painter);
-  ASSERT_EQ(painter.fills.size(), 1u);
-  EXPECT_EQ(painter.fills[0], Rgb(240, 240, 240));  // the system button face
+// Resolves every system colour to one of its own, as a host with another scheme would.
+struct HostPainter : RecordingPainter {
+  static constexpr Colour kHostColour = Rgb(1, 2, 3);
+  Colour Resolve(Colour colour) const override { return (colour & 0x80000000u) ? kHostColour : colour; }
+};
+
+// Frame 2 lets frame 1 (red) show through its middle column, unless the
+// control is filled: then the fill shows there, in the host's colours.
+TEST(ucAniGIF, AFilledControlFillsUnderEachFrameOnTheCanvasToo) {
+  const struct {
+    const char* name;
+    int back_style;
+    Colour back_color;
+    std::optional<Colour> fill;
+    std::uint32_t see_through;
+  } cases[] = {
+      {"not filled", 0, Rgb(0, 0, 0x80), std::nullopt, kRed},
+      {"filled", 1, Rgb(0, 0, 0x80), Rgb(0, 0, 0x80), 0xFF000080u},
+      {"filled with a system colour", 1, kSystemButtonFace, HostPainter::kHostColour, 0xFF010203u},
+  };
+  TestImage holed = Solid(0, 0, 4, 4, 2);
+  for (int y = 0; y < 4; ++y) holed.pixels[static_cast<std::size_t>(y * 4 + 1)] = 3;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Player p(0, {0, 0, 60, 60});
+    p.gif.SetBackStyle(c.back_style);
+    p.gif.SetBackColor(c.back_color);
+    ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(Gif({{Solid(0, 0, 4, 4, 0), 10, 1}, {holed, 10, 1, 3}})));
+    ASSERT_TRUE(p.gif.Animation().Plan.NeedsCanvas);
+    HostPainter painter;
+    Paint(p.gif, painter);
+    p.timers.Advance(100);
+    const Drawn drawn = Paint(p.gif, painter);
+    EXPECT_EQ(drawn.At(1, 2), c.see_through);
+    EXPECT_EQ(drawn.At(0, 2), kBlue);
+    const auto& first = painter.ops.front();
+    if (c.fill) {
+      ASSERT_EQ(first.kind, RecordingPainter::Op::kFill);
+      EXPECT_EQ(painter.Resolve(first.colour), *c.fill);
+      EXPECT_EQ(EdgesOf(first.rect), (Edges{0, 0, 60, 60}));
+    } else {
+      EXPECT_NE(first.kind, RecordingPainter::Op::kFill);
+    }
+  }
 }
 
 TEST(ucAniGIF, PropertiesSurviveTheBagAndAStoredLoopCountWins) {
@@ -404,23 +506,41 @@ TEST(ucAniGIF, PropertiesSurviveTheBagAndAStoredLoopCountWins) {
   EXPECT_EQ(q.gif.SteppedDelay(), 70);
   EXPECT_EQ(q.gif.BackStyle(), 1);
   EXPECT_EQ(q.gif.OffsetX(), 4);
-  PropertyBag stored_minus_one;
-  stored_minus_one.WriteProperty("DelayLoad", std::int64_t{-1});
-  q.gif.ReadProperties(stored_minus_one);
-  EXPECT_EQ(q.gif.DelayAnimation(), 1);
+}
+
+TEST(ucAniGIF, StoredValuesOutOfRangeAreLeftAside) {
+  const struct {
+    const char* key;
+    const char* text;
+    int (ucAniGIF::*get)() const;
+    int read;
+  } cases[] = {
+      {"DelayLoad", "-1", &ucAniGIF::DelayAnimation, 1},
+      {"Delay", "1e30", &ucAniGIF::MinFrameDelay, 50},
+      {"Delay", "-1e30", &ucAniGIF::MinFrameDelay, 50},
+      {"Delay", "9.3e18", &ucAniGIF::MinFrameDelay, 50},  // past 2^63
+      {"Delay", "&H50", &ucAniGIF::MinFrameDelay, 80},
+      {"Stretch", "1e30", &ucAniGIF::Stretch, 1},
+      {"Loops", "-2147483648", &ucAniGIF::Loops, 3},  // the file's count stays
+  };
+  for (const auto& c : cases) {
+    PropertyBag bag;
+    bag.WriteBytes("GIF", FourFrames(3));
+    bag.WriteProperty(c.key, std::string(c.text));
+    Player p;
+    p.gif.ReadProperties(bag);
+    EXPECT_EQ((p.gif.*c.get)(), c.read) << c.key << " " << c.text;
+  }
 }
 
 TEST(ucAniGIF, TheCurrentFrameCanBeTakenOutAsAGifOfItsOwn) {
   Player p(0);
   ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(FourFrames(0)));
   p.timers.Advance(100);
-  const auto bytes = p.gif.AnimatedGIF();
-  VirtualTimers timers;
-  ucAniGIF copy(timers, {"copy", {0, 0, 60, 60}});
-  ASSERT_TRUE(copy.LoadAnimatedGIF_Array(bytes));
-  PixelPainter painter;
-  copy.Paint(painter);
-  EXPECT_EQ(painter.At(0, 0), 0xFF00FF00u);  // frame 2 was green
+  Player copy;
+  ASSERT_TRUE(copy.gif.LoadAnimatedGIF_Array(p.gif.AnimatedGIF()));
+  RecordingPainter painter;
+  EXPECT_EQ(Paint(copy.gif, painter).At(0, 0), kGreen);  // frame 2 was green
 }
 
 TEST(ucAniGIF, TheCommittedSpinnerLoopsForEverWithoutACanvas) {
@@ -436,9 +556,8 @@ TEST(ucAniGIF, TheCommittedSpinnerLoopsForEverWithoutACanvas) {
   p.timers.Advance(80 * 30);
   EXPECT_EQ(p.gif.Action(), ucAniGIF::kPlaying);
   EXPECT_EQ(p.gif.CurrentFrame(), 30 % 12 + 1);
-  PixelPainter painter;
-  p.gif.Paint(painter);
-  EXPECT_EQ(painter.At(0, 0), 0u);  // the corners are see-through
+  RecordingPainter painter;
+  EXPECT_EQ(Paint(p.gif, painter).At(0, 0), 0u);  // the corners are see-through
 }
 
 }  // namespace

@@ -52,29 +52,36 @@ TEST(PixelScaleTest, TwipsPerPixelComeFromTheDpi) {
   EXPECT_EQ(PixelScale::FromScreen().Dpi(), ScreenDpi());
 }
 
+// The side bar keys its form as it is built, before there is a window; a
+// key set later reaches the window all the same.
 TEST(FormWindowTest, ColourKeyFormIsALayeredToolPopupWithTheKeyColour) {
-  Win32Ui ui;
-  Form form(ui, SideBarArgs("KeyForm"));
-  const HWND hwnd = LoadAndFind(form);
-  ASSERT_NE(hwnd, nullptr);
-  const auto style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_STYLE));
-  const auto ex_style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_EXSTYLE));
-  EXPECT_TRUE(style & WS_POPUP);
-  EXPECT_EQ(style & WS_CAPTION, 0u);
-  EXPECT_EQ(style & WS_SYSMENU, 0u);
-  EXPECT_TRUE(ex_style & WS_EX_LAYERED);
-  EXPECT_TRUE(ex_style & WS_EX_TOOLWINDOW);
-  COLORREF key = 0;
-  BYTE alpha = 0;
-  DWORD flags = 0;
-  ASSERT_TRUE(::GetLayeredWindowAttributes(hwnd, &key, &alpha, &flags));
-  EXPECT_TRUE(flags & LWA_COLORKEY);
-  EXPECT_EQ(key, RGB(0xC0, 0x00, 0xC0));
-  EXPECT_FALSE(::IsWindowVisible(hwnd));
-  form.Show();
-  EXPECT_TRUE(::IsWindowVisible(hwnd));
-  form.Hide();
-  EXPECT_FALSE(::IsWindowVisible(hwnd));
+  for (const bool key_first : {true, false}) {
+    SCOPED_TRACE(key_first ? "keyed, then made real" : "made real, then keyed");
+    Win32Ui ui;
+    Form form(ui, SideBarArgs(key_first ? "KeyForm" : "LateKeyForm"));
+    if (key_first) form.SetColourKey(kKeyColour);
+    const HWND hwnd = LoadAndFind(form);
+    ASSERT_NE(hwnd, nullptr);
+    if (!key_first) form.SetColourKey(kKeyColour);
+    const auto style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_STYLE));
+    const auto ex_style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_EXSTYLE));
+    EXPECT_TRUE(style & WS_POPUP);
+    EXPECT_EQ(style & WS_CAPTION, 0u);
+    EXPECT_EQ(style & WS_SYSMENU, 0u);
+    EXPECT_TRUE(ex_style & WS_EX_LAYERED);
+    EXPECT_TRUE(ex_style & WS_EX_TOOLWINDOW);
+    COLORREF key = 0;
+    BYTE alpha = 0;
+    DWORD flags = 0;
+    ASSERT_TRUE(::GetLayeredWindowAttributes(hwnd, &key, &alpha, &flags));
+    EXPECT_TRUE(flags & LWA_COLORKEY);
+    EXPECT_EQ(key, RGB(0xC0, 0x00, 0xC0));
+    EXPECT_FALSE(::IsWindowVisible(hwnd));
+    form.Show();
+    EXPECT_TRUE(::IsWindowVisible(hwnd));
+    form.Hide();
+    EXPECT_FALSE(::IsWindowVisible(hwnd));
+  }
 }
 
 TEST(FormWindowTest, TheCaptionIsTheWindowText) {

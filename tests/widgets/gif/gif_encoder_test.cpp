@@ -60,9 +60,10 @@ TEST(GifFrameToPicture, EveryFrameReadsBackWithItsIndicesColoursAndTransparency)
   }
 }
 
-TEST(GifFrameToPicture, WritesAPlainGif89aWithShortSubBlocks) {
+TEST(GifFrameToPicture, WritesAPlainGif89a) {
   const AnimationUnderTest animation;
-  const auto bytes = FrameToPicture(animation.reader.Animation(), 4);  // 512 x 480, opaque
+  // 512 x 480, opaque; its sub-blocks are LzwEncode's, checked on their own.
+  const auto bytes = FrameToPicture(animation.reader.Animation(), 4);
   ASSERT_GT(bytes.size(), 800u);
   EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 6), "GIF89a");
   EXPECT_EQ(bytes[6] | (bytes[7] << 8), 512);
@@ -71,17 +72,6 @@ TEST(GifFrameToPicture, WritesAPlainGif89aWithShortSubBlocks) {
   EXPECT_EQ(bytes[781], 0x2C);  // right after the 256 colours
   EXPECT_EQ(bytes[790], 0);     // no local table, not interlaced
   EXPECT_EQ(bytes[791], 8);     // minimum code size
-  std::size_t at = 792;
-  std::size_t blocks = 0;
-  while (bytes[at] != 0) {
-    if (bytes[at + bytes[at] + 1] != 0) {
-      EXPECT_EQ(bytes[at], 254) << "only the last sub-block may be short";
-    }
-    at += bytes[at] + 1u;
-    ++blocks;
-  }
-  EXPECT_GT(blocks, 100u);
-  EXPECT_EQ(at + 2, bytes.size());
   EXPECT_EQ(bytes.back(), 0x3B);
 }
 

@@ -210,41 +210,5 @@ TEST(GifScan, AGraphicControlWaitsForTheNextImageOnly) {
   EXPECT_EQ(third.TransparentIndex, 0);
 }
 
-TEST(GifScan, ReadsColourTablesInFileOrderAndLocatesEveryBlock) {
-  const std::vector<std::uint32_t> global = {0x112233, 0xAABBCC, 0x445566, 0x778899};  // red is written first
-  const auto local_a = TestPalette(8, 12);
-  const auto local_b = TestPalette(2, 13);
-  GifWriter gif;
-  gif.Screen(8, 8, global);
-  std::vector<std::size_t> starts = {gif.Size()};
-  gif.Image(WithTable(Frame(4, 4, 1), local_a));
-  starts.push_back(gif.Size());
-  gif.Image(Frame(4, 4, 2));
-  starts.push_back(gif.Size());
-  gif.Image(WithTable(Frame(9, 9, 3), local_b));
-  starts.push_back(gif.Size());
-  const GifScanResult scan = ScanGifBlocks(gif.Trailer().Get());
-
-  ASSERT_EQ(scan.Frames.size(), 3u);
-  for (std::size_t i = 0; i < 3; ++i) {  // from the separator through the terminator
-    EXPECT_EQ(scan.Blocks[i].Start, static_cast<std::int32_t>(starts[i])) << i;
-    EXPECT_EQ(scan.Blocks[i].Length, static_cast<std::int32_t>(starts[i + 1] - starts[i])) << i;
-  }
-  EXPECT_EQ(scan.Frames[0].ColorTable, 1);
-  EXPECT_EQ(scan.Frames[1].ColorTable, 0);
-  EXPECT_EQ(scan.Frames[2].ColorTable, 2);
-  EXPECT_EQ(scan.TableCount, 2);
-  ASSERT_EQ(scan.ColorTables.size(), 3u);
-  const std::vector<std::uint32_t>* expected[] = {&global, &local_a, &local_b};
-  for (std::size_t t = 0; t < 3; ++t) {
-    SCOPED_TRACE(t);
-    const ColorTable& table = scan.ColorTables[t];
-    ASSERT_EQ(table.Count, static_cast<std::int32_t>(expected[t]->size()));
-    for (std::size_t i = 0; i < 256; ++i) {
-      EXPECT_EQ(table.Colors[i], i < expected[t]->size() ? (*expected[t])[i] : 0u) << i;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace quillet
