@@ -16,6 +16,7 @@ struct TwipsRect {
   int right() const { return left + width; }
   int bottom() const { return top + height; }
   bool Contains(int x, int y) const { return x >= left && x < right() && y >= top && y < bottom(); }
+  bool operator==(const TwipsRect&) const = default;
 };
 
 using Colour = std::uint32_t;  // 0x00BBGGRR

@@ -26,6 +26,7 @@ class DisplayList : public Painter {
     TextAlign align = TextAlign::kLeft;
     PicturePtr picture;
     std::optional<Colour> key;  // pop layer: the colour left out
+    bool operator==(const Op&) const = default;
   };
 
   void FillRect(const TwipsRect& rect, Colour colour) override;

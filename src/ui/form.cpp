@@ -45,11 +45,16 @@ void Form::Unload() {
   peer_.reset();
 }
 
-void Form::SetLeft(int twips) { bounds_.left = twips; BoundsChanged(); }
-void Form::SetTop(int twips) { bounds_.top = twips; BoundsChanged(); }
-void Form::SetWidth(int twips) { bounds_.width = twips; BoundsChanged(); }
-void Form::SetHeight(int twips) { bounds_.height = twips; BoundsChanged(); }
-void Form::Move(TwipsRect bounds) { bounds_ = bounds; BoundsChanged(); }
+void Form::SetLeft(int twips) { Move({twips, bounds_.top, bounds_.width, bounds_.height}); }
+void Form::SetTop(int twips) { Move({bounds_.left, twips, bounds_.width, bounds_.height}); }
+void Form::SetWidth(int twips) { Move({bounds_.left, bounds_.top, twips, bounds_.height}); }
+void Form::SetHeight(int twips) { Move({bounds_.left, bounds_.top, bounds_.width, twips}); }
+void Form::Move(TwipsRect bounds) {
+  // The periodic refresh sets the same height again: the window need not hear of it.
+  if (bounds == bounds_) return;
+  bounds_ = bounds;
+  BoundsChanged();
+}
 
 void Form::BoundsChanged() {
   if (peer_) peer_->BoundsChanged();

@@ -9,11 +9,13 @@ namespace quillet {
 Visual::Visual(std::string name, TwipsRect bounds, bool visible)
     : name_(std::move(name)), bounds_(bounds), visible_(visible) {}
 
-void Visual::SetLeft(int twips) { bounds_.left = twips; Changed(); }
-void Visual::SetTop(int twips) { bounds_.top = twips; Changed(); }
+void Visual::SetLeft(int twips) { Move({twips, bounds_.top, bounds_.width, bounds_.height}); }
+void Visual::SetTop(int twips) { Move({bounds_.left, twips, bounds_.width, bounds_.height}); }
 void Visual::SetWidth(int twips) { Move({bounds_.left, bounds_.top, twips, bounds_.height}); }
 void Visual::SetHeight(int twips) { Move({bounds_.left, bounds_.top, bounds_.width, twips}); }
 void Visual::Move(TwipsRect bounds) {
+  // An unchanged control costs the window no repaint.
+  if (bounds == bounds_) return;
   const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height;
   bounds_ = bounds;
   if (resized) Resized();
@@ -34,12 +36,13 @@ Image::Image(std::string name, TwipsRect bounds, bool stretch, bool visible)
     : Visual(std::move(name), bounds, visible), stretch_(stretch) {}
 
 void Image::SetPicture(PicturePtr picture, double twips_per_pixel) {
+  const bool same = picture == picture_;
   picture_ = std::move(picture);
   if (!stretch_ && picture_) {
     SetWidth(static_cast<int>(std::lround(picture_->width * twips_per_pixel)));
     SetHeight(static_cast<int>(std::lround(picture_->height * twips_per_pixel)));
   }
-  Changed();
+  if (!same) Changed();
 }
 
 void Image::Paint(Painter& painter) const {

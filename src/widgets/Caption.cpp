@@ -317,6 +317,7 @@ void Caption::Resized() {
 // ---- Drawing -----------------------------------------------------------------
 
 void Caption::RedrawCaption() {
+  DisplayList before = std::move(surface_);
   surface_.Clear();
   if (gradient_kind_ != 0) DrawGradient();
   // The text goes inside the border drawn with it, from the first redraw on.
@@ -343,7 +344,8 @@ void Caption::RedrawCaption() {
   gradient_y_ = inset_top_;
   gradient_w_ = Width() - 2 * inset_left_;
   gradient_h_ = Height() - 2 * inset_top_;
-  Changed();
+  // The same drawing again costs the window no repaint.
+  if (surface_.ops != before.ops) Changed();
 }
 
 void Caption::Print(std::string_view text, double x, double y, Colour colour) {
