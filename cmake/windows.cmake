@@ -34,3 +34,14 @@ target_include_directories(quillet_win_tests PRIVATE tests)
 target_link_libraries(quillet_win_tests PRIVATE quillet_win32 GTest::gtest_main)
 target_compile_options(quillet_win_tests PRIVATE ${QUILLET_WARNINGS})
 target_link_options(quillet_win_tests PRIVATE ${QUILLET_STATIC_LINK})
+
+# ---------------------------------------------------------------------------
+# Helper programs of the Wine benchmarks (bench/wine). The scripts build their
+# own copies; these targets keep the sources building under the warnings.
+add_executable(ping_window bench/wine/ping_window.c)
+target_link_libraries(ping_window PRIVATE winmm)
+add_executable(bare_window WIN32 bench/wine/bare_window.c)
+foreach(helper ping_window bare_window)
+  target_compile_options(${helper} PRIVATE ${QUILLET_WARNINGS})
+  target_link_options(${helper} PRIVATE ${QUILLET_STATIC_LINK})
+endforeach()
