@@ -21,14 +21,15 @@ DriveMonitor::~DriveMonitor() {
   std::vector<std::thread> workers;
   {
     const std::lock_guard lock(mutex_);
+    stopping_ = true;
     for (auto& [letter, slot] : slots_)
       if (slot.worker.joinable()) workers.push_back(std::move(slot.worker));
   }
+  asked_.notify_all();
   for (auto& w : workers) w.join();
 }
 
 void DriveMonitor::Ask(const std::vector<std::string>& roots) {
-  std::vector<std::thread> finished;
   {
     const std::lock_guard lock(mutex_);
     deadline_ = std::chrono::steady_clock::now() + patience_;
@@ -37,19 +38,35 @@ void DriveMonitor::Ask(const std::vector<std::string>& roots) {
       if (letter == 0) continue;
       Slot& slot = slots_[letter];
       if (slot.running) continue;  // a hanging drive gets no second query
-      if (slot.worker.joinable()) finished.push_back(std::move(slot.worker));
-      slot.running = true;
+      slot.asked = slot.running = true;
+      if (slot.worker.joinable()) continue;
       try {
-        slot.worker = std::thread(&DriveMonitor::Query, this, letter);
+        slot.worker = std::thread(&DriveMonitor::Work, this, letter);
       } catch (const std::system_error&) {
-        slot.running = false;  // no thread to be had: the drive keeps its last answer
+        slot.asked = slot.running = false;  // no thread to be had: the drive keeps its last answer
       }
     }
   }
-  for (auto& w : finished) w.join();
+  asked_.notify_all();
 }
 
-void DriveMonitor::Query(char letter) {
+void DriveMonitor::Work(char letter) {
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    asked_.wait(lock, [&] { return stopping_ || slots_[letter].asked; });
+    if (stopping_) return;
+    slots_[letter].asked = false;
+    lock.unlock();
+    DriveAnswer answer = Query(letter);
+    lock.lock();
+    Slot& slot = slots_[letter];
+    slot.answer = std::move(answer);
+    slot.running = false;
+    answered_.notify_all();
+  }
+}
+
+DriveAnswer DriveMonitor::Query(char letter) {
   const std::string root{letter, ':', '\\'};
   const std::string drive{letter, ':'};
   DriveAnswer answer;
@@ -64,13 +81,7 @@ void DriveMonitor::Query(char letter) {
   } catch (...) {
     answer = DriveAnswer{};
   }
-  {
-    const std::lock_guard lock(mutex_);
-    Slot& slot = slots_[letter];
-    slot.answer = std::move(answer);
-    slot.running = false;
-  }
-  answered_.notify_all();
+  return answer;
 }
 
 DriveAnswer DriveMonitor::Await(std::string_view drive, const std::function<void()>& let_events_run) {

@@ -50,17 +50,22 @@ class DriveMonitor {
   DriveAnswer Last(std::string_view drive) const;
 
  private:
+  // One worker a drive, kept for the program's life: starting a thread
+  // at every pass costs more than the queries themselves.
   struct Slot {
     std::thread worker;
-    bool running = false;
+    bool asked = false;    // a query waits for the worker
+    bool running = false;  // asked or under way
     DriveAnswer answer;
   };
-  void Query(char letter);
+  void Work(char letter);
+  DriveAnswer Query(char letter);
 
   DriveService& drives_;
   std::chrono::milliseconds patience_;
   mutable std::mutex mutex_;
-  std::condition_variable answered_;
+  std::condition_variable answered_, asked_;
+  bool stopping_ = false;
   std::map<char, Slot> slots_;
   std::chrono::steady_clock::time_point deadline_{};
 };
