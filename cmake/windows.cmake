@@ -7,7 +7,7 @@ set(QUILLET_STATIC_LINK -static -static-libgcc -static-libstdc++)
 
 file(GLOB QUILLET_WIN32_SOURCES CONFIGURE_DEPENDS src/ui/win32/*.cpp src/platform/win32/*.cpp)
 add_library(quillet_win32 STATIC ${QUILLET_WIN32_SOURCES})
-target_link_libraries(quillet_win32 PUBLIC quillet_portable user32 gdi32 msimg32 shell32 advapi32 kernel32)
+target_link_libraries(quillet_win32 PUBLIC quillet_portable user32 gdi32 msimg32 advapi32 kernel32)
 target_compile_definitions(quillet_win32 PUBLIC ${QUILLET_WIN32_DEFINITIONS})
 target_compile_options(quillet_win32 PRIVATE ${QUILLET_WARNINGS})
 

@@ -444,3 +444,16 @@ e2e_count_colour() {
 e2e_wait_size() {
   e2e_wait_for "${4:-$E2E_TIMEOUT}" eval "[[ \$(e2e_geometry $1 | cut -d' ' -f3-) == '$2 $3' ]]"
 }
+
+# e2e_start_and_wait NAME: starts the current program; PASS/FAIL for its window.
+e2e_start_and_wait() {
+  e2e_start
+  local status=0
+  e2e_wait_main_window || status=$?
+  case $status in
+    0) e2e_pass "$1: the side bar window shows" ;;
+    2) e2e_fail "$1: the side bar window shows" "the program ended first; its output: $(tail -c 400 "$E2E_LOG")" ;;
+    *) e2e_fail "$1: the side bar window shows" "no visible unowned window of the program within ${E2E_TIMEOUT}s; windows seen: $(e2e_probe | tr '\n' ';')" ;;
+  esac
+  return $status
+}

@@ -29,17 +29,6 @@ give_three_drives() {
   e2e_drives_apply
 }
 
-start_and_wait() {
-  e2e_start
-  local status=0
-  e2e_wait_main_window || status=$?
-  case $status in
-    0) e2e_pass "$1: the side bar window shows" ;;
-    2) e2e_fail "$1: the side bar window shows" "the program ended first; its output: $(tail -c 400 "$E2E_LOG")" ;;
-    *) e2e_fail "$1: the side bar window shows" "no visible unowned window of the program within ${E2E_TIMEOUT}s; windows seen: $(e2e_probe | tr '\n' ';')" ;;
-  esac
-  return $status
-}
 
 # The bar's height is its header (600 twips) and 645 twips a card.
 check_size() {
@@ -91,7 +80,7 @@ three_cards() {
   e2e_prefix_new
   give_three_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
   e2e_install Quillet.exe || { e2e_fail "$t: program" "no Quillet.exe to test"; return; }
-  start_and_wait "$t" || return
+  e2e_start_and_wait "$t" || return
   check_size "$t"
 
   local shot x y

@@ -22,18 +22,6 @@ give_drives() {
   e2e_drives_apply
 }
 
-# start_and_wait NAME: starts the current program; PASS/FAIL for its window.
-start_and_wait() {
-  e2e_start
-  local status=0
-  e2e_wait_main_window || status=$?
-  case $status in
-    0) e2e_pass "$1: the side bar window shows" ;;
-    2) e2e_fail "$1: the side bar window shows" "the program ended first; its output: $(tail -c 400 "$E2E_LOG")" ;;
-    *) e2e_fail "$1: the side bar window shows" "no visible unowned window of the program within ${E2E_TIMEOUT}s; windows seen: $(e2e_probe | tr '\n' ';')" ;;
-  esac
-  return $status
-}
 
 # wait_settings_written: start-up saves LB as its last key; then all are there.
 wait_settings_written() { e2e_wait_for "$E2E_TIMEOUT" e2e_has_setting LB "$@"; }
@@ -65,7 +53,7 @@ first_run_and_second_start() {
   e2e_prefix_new
   give_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
   e2e_install Quillet.exe || { e2e_fail "$t: program" "no Quillet.exe to test"; return; }
-  start_and_wait "$t" || return
+  e2e_start_and_wait "$t" || return
 
   if wait_settings_written; then e2e_pass "$t: settings written"; else
     e2e_fail "$t: settings written" "no LB key after ${E2E_TIMEOUT}s; stored: $(e2e_settings | tr '\t\n' '=;')"

@@ -140,6 +140,7 @@ using UniqueDc = UniqueAny<NullInvalidTraits<HDC, &::DeleteDC, HandleKind::kGdi>
 using UniqueKey = UniqueAny<NullInvalidTraits<HKEY, &::RegCloseKey, HandleKind::kKernel>>;
 using UniqueHandle = UniqueAny<NullInvalidTraits<HANDLE, &::CloseHandle, HandleKind::kKernel>>;  // null on failure
 using UniqueFile = UniqueAny<FileHandleTraits>;
+using UniqueModule = UniqueAny<NullInvalidTraits<HMODULE, &::FreeLibrary, HandleKind::kKernel>>;  // LoadLibrary
 template <class T>
 using UniqueGdi = UniqueAny<NullInvalidTraits<T, &::DeleteObject, HandleKind::kGdi>>;
 using UniqueBitmap = UniqueGdi<HBITMAP>;
