@@ -1,7 +1,6 @@
-// Arbitrary bytes into the GIF reader, both loading paths. Whatever frames
-// come out must also survive the frame encoder: written back and read
-// again, they give the same indices. The same bytes then play in the
-// control, a few frames painted, so the canvas is composed and cut too.
+// Arbitrary bytes into the GIF reader, both loading paths. Whatever frames come out must also survive the frame
+// encoder: written back and read again, they give the same indices. The same bytes then play in the control, a few
+// frames painted, so the canvas is composed and cut too.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -19,21 +18,17 @@ namespace {
 
 using quillet::FrameRecord;
 using quillet::GifAnimation;
-using quillet::GifLoadOptions;
 using quillet::GifReader;
 
 constexpr std::size_t kMaxStripBytes = std::size_t{1} << 22;  // keeps every run quick
 constexpr std::int64_t kMaxRoundTripPixels = std::int64_t{1} << 16;
 constexpr std::int32_t kMaxRoundTripFrames = 8;
-// Every paint goes over every pixel: the control gets smaller pictures.
-constexpr std::size_t kMaxPlayedBytes = std::size_t{1} << 16;
+constexpr std::size_t kMaxPlayedBytes = std::size_t{1} << 16;  // every paint goes over every pixel
 constexpr int kPaintedFrames = 8;
 
 bool SameRows(const GifAnimation& a, const FrameRecord& f, const GifAnimation& b) {
   for (std::int32_t y = 0; y < f.Height; ++y) {
-    if (std::memcmp(a.Strip.Row(y) + f.StripX, b.Strip.Row(y), static_cast<std::size_t>(f.Width)) != 0) {
-      return false;
-    }
+    if (std::memcmp(a.Strip.Row(y) + f.StripX, b.Strip.Row(y), static_cast<std::size_t>(f.Width)) != 0) return false;
   }
   return true;
 }
@@ -57,26 +52,12 @@ void TouchPalettes(GifAnimation& gif) {
   if (!quillet::CacheColorTables(gif) || !quillet::RestoreColorTables(gif, true)) std::abort();
 }
 
-// A picture whose pixels are fewer than its size says would be read past
-// its end by the host.
-void CheckPictures(const quillet::DisplayList& drawn) {
-  for (const auto& op : drawn.ops) {
-    if (op.kind != quillet::DisplayList::Op::kPicture) continue;
-    const quillet::Picture& p = *op.picture;
-    if (p.width < 0 || p.height < 0 || p.pixels.size() != std::size_t(p.width) * std::size_t(p.height)) std::abort();
-  }
-}
-
-// How the control shows it comes from the last byte, which a stream that
-// ends with its trailer does not read.
+// How the control shows it comes from the last byte, which a stream that ends with its trailer does not read.
 void Play(const std::vector<std::uint8_t>& bytes) {
   if (bytes.empty()) return;
   quillet::testing::VirtualTimers timers;
-  quillet::ucAniGIFArgs args;
-  args.bounds = {150, 90, 600, 450};
-  args.max_strip_bytes = kMaxPlayedBytes;
-  args.max_canvas_bytes = kMaxPlayedBytes;
-  quillet::ucAniGIF gif(timers, args);
+  quillet::ucAniGIF gif(
+      timers, {.bounds = {150, 90, 600, 450}, .max_strip_bytes = kMaxPlayedBytes, .max_canvas_bytes = kMaxPlayedBytes});
   const int look = bytes.back();
   gif.SetStretch(look % 5);
   gif.SetAutoSize((look / 5) % 2 != 0);
@@ -88,10 +69,17 @@ void Play(const std::vector<std::uint8_t>& bytes) {
   for (int n = 0; n < kPaintedFrames; ++n) {
     drawn.Clear();
     gif.Paint(drawn);
-    CheckPictures(drawn);
+    // A picture whose pixels are fewer than its size says would be read past its end by the host.
+    for (const auto& op : drawn.ops) {
+      if (op.kind != quillet::DisplayList::Op::kPicture) continue;
+      const quillet::Picture& p = *op.picture;
+      if (p.width < 0 || p.height < 0 || p.pixels.size() != std::size_t(p.width) * std::size_t(p.height)) std::abort();
+    }
     // Stopped or waiting: step by hand.
-    if (const auto due = timers.NextDue()) timers.Advance(*due);
-    else gif.SetAction(3);
+    if (const auto due = timers.NextDue())
+      timers.Advance(*due);
+    else
+      gif.SetAction(3);
   }
 }
 
@@ -99,19 +87,13 @@ void Play(const std::vector<std::uint8_t>& bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::vector<std::uint8_t> bytes(data, data + size);
-  GifLoadOptions options;
-  options.MaxStripBytes = kMaxStripBytes;
-
   GifReader reader;
-  if (reader.LoadAllFrames(bytes, options) > 0) {
+  if (reader.LoadAllFrames(bytes, {.MaxStripBytes = kMaxStripBytes}) > 0) {
     CheckRoundTrip(reader.Animation());
     TouchPalettes(reader.Animation());
   }
-
-  options.DesignTime = true;
   GifReader design;
-  design.LoadAllFrames(bytes, options);
-
+  design.LoadAllFrames(bytes, {.DesignTime = true, .MaxStripBytes = kMaxStripBytes});
   Play(bytes);
   return 0;
 }
