@@ -53,20 +53,6 @@ TEST_F(Form1Startup, StoredPeriodsBelowTheFloorRevertToThirtySeconds) {
   }
 }
 
-TEST_F(Form1Startup, RefreshRunsEveryPeriodUnlessStopped) {
-  Store("Timer", "20");
-  Form1& f = Start();
-  const auto scans = [&] { return fake.drives.ready_queries.size() / 2; };
-  EXPECT_EQ(scans(), 1u);  // the first refresh at start
-  ui.timers.Advance(19999);
-  EXPECT_EQ(scans(), 1u);
-  ui.timers.Advance(1);
-  EXPECT_EQ(scans(), 2u);
-  ui.timers.Advance(40000);
-  EXPECT_EQ(scans(), 4u);
-  EXPECT_EQ(f.Text_ND.Text(), "2");
-}
-
 TEST_F(Form1Startup, FirstRefreshSetsTheRebuildFlagAgainstTheTitleCount) {
   Form1& f = Start();
   EXPECT_EQ(f.Caption(), "0");  // the count before the scan

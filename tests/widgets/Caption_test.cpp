@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <utility>
 
 #include "headless/headless_ui.h"
@@ -61,6 +62,13 @@ TEST_F(CaptionTest, ShadowThenNineFoldOutlineThenLettersInTheirColours) {
   EXPECT_EQ(Prints(), expected);
 }
 
+// Nine prints of the outline, then the letters.
+std::vector<Colour> Ring(Colour outline, Colour letters) {
+  std::vector<Colour> colours(9, outline);
+  colours.push_back(letters);
+  return colours;
+}
+
 TEST_F(CaptionTest, LookOfTheLettersByTheirSwitches) {
   const struct {
     const char* name;
@@ -68,10 +76,8 @@ TEST_F(CaptionTest, LookOfTheLettersByTheirSwitches) {
     std::vector<Colour> colours;  // of every print, in order
   } cases[] = {
       {"plain", true, false, false, false, {0xFFFFFF}},
-      {"hollow letters take the ground's colour", true, false, true, true,
-       {0, 0, 0, 0, 0, 0, 0, 0, 0, 0x8000000F}},
-      {"disabled: no shadow, grey outline, pale letters", false, true, true, false,
-       {0x808080, 0x808080, 0x808080, 0x808080, 0x808080, 0x808080, 0x808080, 0x808080, 0x808080, 0xE0E0E0}},
+      {"hollow letters take the ground's colour", true, false, true, true, Ring(0, 0x8000000F)},
+      {"disabled: no shadow, grey outline, pale letters", false, true, true, false, Ring(0x808080, 0xE0E0E0)},
   };
   for (const auto& t : cases) {
     Caption& c = Make();
@@ -121,16 +127,13 @@ TEST_F(CaptionTest, BordersDrawTheirLayersAndInsetTheText) {
   // Style 2, outer to inner: top and left in highlight then dark shadow;
   // right highlight then dark shadow, bottom the other way round.
   c.SetBorders(2);
-  const std::vector<Op> lines = Lines();
-  const auto at = [&](std::size_t i) { return std::tuple(lines[i].x1, lines[i].y1, lines[i].x2, lines[i].y2, lines[i].colour); };
-  EXPECT_EQ(at(0), std::tuple(0, 0, 2000, 0, 0x80000014u));
-  EXPECT_EQ(at(1), std::tuple(0, 0, 0, 600, 0x80000014u));
-  EXPECT_EQ(at(2), std::tuple(0, 15, 2000, 15, 0x80000015u));
-  EXPECT_EQ(at(3), std::tuple(15, 0, 15, 600, 0x80000015u));
-  EXPECT_EQ(at(4), std::tuple(1985, 0, 1985, 600, 0x80000014u));
-  EXPECT_EQ(at(5), std::tuple(1970, 0, 1970, 600, 0x80000015u));
-  EXPECT_EQ(at(6), std::tuple(0, 585, 2000, 585, 0x80000015u));
-  EXPECT_EQ(at(7), std::tuple(0, 570, 2000, 570, 0x80000014u));
+  std::vector<std::tuple<int, int, int, int, Colour>> drawn;
+  for (const Op& l : Lines()) drawn.emplace_back(l.x1, l.y1, l.x2, l.y2, l.colour);
+  drawn.resize(8);  // the first of the two borders
+  EXPECT_EQ(drawn, (decltype(drawn){{0, 0, 2000, 0, 0x80000014u},     {0, 0, 0, 600, 0x80000014u},
+                                    {0, 15, 2000, 15, 0x80000015u},   {15, 0, 15, 600, 0x80000015u},
+                                    {1985, 0, 1985, 600, 0x80000014u}, {1970, 0, 1970, 600, 0x80000015u},
+                                    {0, 585, 2000, 585, 0x80000015u}, {0, 570, 2000, 570, 0x80000014u}}));
 }
 
 TEST_F(CaptionTest, AGradientStartsFromWhereTheLastRedrawLeftItsOrigin) {
