@@ -3,7 +3,8 @@
  * of it shows. The baseline the side bar's start-up and idle cost are
  * compared with.
  *
- * Usage: bare_window.exe WIDTH HEIGHT [LEFT TOP]   (pixels) */
+ * Usage: bare_window.exe WIDTH HEIGHT [LEFT TOP]   (pixels; a GUI program
+ * with a plain main, built with -mwindows) */
 #define _WIN32_WINNT 0x0600
 #include <windows.h>
 #include <stdlib.h>
@@ -18,36 +19,27 @@ static LRESULT CALLBACK window_proc(HWND hwnd, UINT message, WPARAM wparam, LPAR
   return DefWindowProcW(hwnd, message, wparam, lparam);
 }
 
-int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR command_line, int show) {
-  (void)previous;
-  (void)command_line;
-  (void)show;
-  if (__argc < 3) return 2;
-  const int width = atoi(__argv[1]), height = atoi(__argv[2]);
-  const int left = __argc > 4 ? atoi(__argv[3]) : 0, top = __argc > 4 ? atoi(__argv[4]) : 0;
-
+int main(int argc, char **argv) {
+  if (argc < 3) return 2;
+  const int width = atoi(argv[1]), height = atoi(argv[2]);
+  const int left = argc > 4 ? atoi(argv[3]) : 0, top = argc > 4 ? atoi(argv[4]) : 0;
   HBRUSH key_brush = CreateSolidBrush(KEY_COLOUR);
   WNDCLASSW wc = {0};
   wc.lpfnWndProc = window_proc;
-  wc.hInstance = instance;
+  wc.hInstance = GetModuleHandleW(NULL);
   wc.hCursor = LoadCursorW(NULL, (LPCWSTR)IDC_ARROW);
   wc.hbrBackground = key_brush; /* the class brush paints every exposed pixel in the key */
   wc.lpszClassName = L"BareKeyedWindow";
   if (!RegisterClassW(&wc)) return 1;
 
   HWND hwnd = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_LAYERED, wc.lpszClassName, L"bare", WS_POPUP, left, top,
-                              width, height, NULL, NULL, instance, NULL);
+                              width, height, NULL, NULL, wc.hInstance, NULL);
   if (!hwnd) return 1;
   SetLayeredWindowAttributes(hwnd, KEY_COLOUR, 0, LWA_COLORKEY);
-  ShowWindow(hwnd, SW_SHOWNOACTIVATE);
+  ShowWindow(hwnd, SW_SHOW);  // shown and activated, as the side bar is
   UpdateWindow(hwnd);
-
   MSG msg;
-  while (GetMessageW(&msg, NULL, 0, 0) > 0) {
-    TranslateMessage(&msg);
-    DispatchMessageW(&msg);
-  }
-  DestroyWindow(hwnd);
+  while (GetMessageW(&msg, NULL, 0, 0) > 0) DispatchMessageW(&msg);
   DeleteObject(key_brush);
   return 0;
 }

@@ -64,7 +64,7 @@ measure() {
   local out=$E2E_WORK/$1.txt asked_before
   e2e_wine_stop
   # The pinger waits for the bar's first window, so it starts first.
-  (cd "$WINEPREFIX/drive_c" && exec wine "$PING" Quillet.exe "$PING_SECONDS" 20 "$REFRESH_SECONDS" ${2:+"$2"}) \
+  (cd "$WINEPREFIX/drive_c" && exec wine "$PING" Quillet.exe "$PING_SECONDS" ${2:+"$2"}) \
     >"$out" 2>"$E2E_WORK/$1.log" &
   local ping_pid=$!
   E2E_PIDS+=("$ping_pid")

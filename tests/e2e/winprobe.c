@@ -5,27 +5,11 @@
 #define _WIN32_WINNT 0x0600
 #include <windows.h>
 #include <stdio.h>
-#include <string.h>
 
-static const char *wanted;
+#include "exe_window.h"
 
-static int runs_wanted(HWND hwnd) {
-  DWORD pid = 0;
-  GetWindowThreadProcessId(hwnd, &pid);
-  HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid);
-  if (!process) return 0;
-  char path[MAX_PATH];
-  DWORD size = MAX_PATH;
-  BOOL ok = QueryFullProcessImageNameA(process, 0, path, &size);
-  CloseHandle(process);
-  if (!ok) return 0;
-  const char *base = strrchr(path, '\\');
-  return _stricmp(base ? base + 1 : path, wanted) == 0;
-}
-
-static BOOL CALLBACK each(HWND hwnd, LPARAM unused) {
-  (void)unused;
-  if (!runs_wanted(hwnd)) return TRUE;
+static BOOL CALLBACK each(HWND hwnd, LPARAM exe) {
+  if (!runs_exe(hwnd, (const char *)exe)) return TRUE;
   RECT w, c;
   GetWindowRect(hwnd, &w);
   GetClientRect(hwnd, &c);
@@ -55,7 +39,6 @@ int main(int argc, char **argv) {
     fprintf(stderr, "usage: winprobe.exe <executable name>\n");
     return 2;
   }
-  wanted = argv[1];
-  EnumWindows(each, 0);
+  EnumWindows(each, (LPARAM)argv[1]);
   return 0;
 }

@@ -9,76 +9,62 @@
 namespace quillet::win32 {
 namespace {
 
-// A 32-bit top-down surface of w x h pixels.
-class Surface {
- public:
-  Surface(int width, int height) : width_(width) {
+constexpr COLORREF kKey = RGB(0xC0, 0, 0xC0);
+
+// A 32-bit top-down surface of w x h pixels, and a painter on it at 96 DPI.
+struct Canvas {
+  Canvas(int w, int h) : width(w) {
     BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    dc_.reset(::CreateCompatibleDC(nullptr));
-    bitmap_.reset(::CreateDIBSection(dc_.get(), &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&bits_), nullptr, 0));
-    select_.emplace(dc_.get(), bitmap_.get());
+    info.bmiHeader = {sizeof info.bmiHeader, w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    bitmap.reset(::CreateDIBSection(dc.get(), &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&bits), nullptr, 0));
+    select.emplace(dc.get(), bitmap.get());
   }
-  HDC dc() const { return dc_.get(); }
   // As COLORREF: red in the low byte.
   COLORREF At(int x, int y) const {
     ::GdiFlush();
-    const std::uint32_t p = bits_[y * width_ + x];
+    const std::uint32_t p = bits[y * width + x];
     return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
   }
+  void Expect(std::initializer_list<std::tuple<int, int, COLORREF>> pixels) const {
+    for (const auto& [x, y, colour] : pixels) EXPECT_EQ(At(x, y), colour) << "pixel " << x << ", " << y;
+  }
 
- private:
-  int width_;
-  std::uint32_t* bits_ = nullptr;
-  UniqueDc dc_;
-  UniqueBitmap bitmap_;
-  std::optional<ScopedSelectObject> select_;
+  int width;
+  std::uint32_t* bits = nullptr;
+  UniqueDc dc{::CreateCompatibleDC(nullptr)};
+  UniqueBitmap bitmap;
+  std::optional<ScopedSelectObject> select;
+  FontCache fonts;
+  GdiPainter painter{dc.get(), PixelScale(96), fonts};
 };
 
 TEST(GdiPainterTest, FillRectCoversItsTwipsInPixels) {
-  Surface surface(40, 20);
-  FontCache fonts;
-  GdiPainter painter(surface.dc(), PixelScale(96), fonts);
-  painter.FillRect({0, 0, 600, 300}, kKeyColour);
-  painter.FillRect({150, 75, 300, 150}, Rgb(10, 20, 30));  // pixels 10..29 x 5..14
-  EXPECT_EQ(surface.At(10, 5), RGB(10, 20, 30));
-  EXPECT_EQ(surface.At(29, 14), RGB(10, 20, 30));
-  EXPECT_EQ(surface.At(9, 5), RGB(0xC0, 0, 0xC0));
-  EXPECT_EQ(surface.At(30, 14), RGB(0xC0, 0, 0xC0));
-  EXPECT_EQ(surface.At(10, 15), RGB(0xC0, 0, 0xC0));
+  Canvas canvas(40, 20);
+  canvas.painter.FillRect({0, 0, 600, 300}, kKeyColour);
+  canvas.painter.FillRect({150, 75, 300, 150}, Rgb(10, 20, 30));  // pixels 10..29 x 5..14
+  const COLORREF fill = RGB(10, 20, 30);
+  canvas.Expect({{10, 5, fill}, {29, 14, fill}, {9, 5, kKey}, {30, 14, kKey}, {10, 15, kKey}});
 }
 
 TEST(GdiPainterTest, TextOnTheKeyColourHasNoBlendedFringe) {
-  Surface surface(160, 24);
-  FontCache fonts;
-  GdiPainter painter(surface.dc(), PixelScale(96), fonts);
-  painter.FillRect({0, 0, 2400, 360}, kKeyColour);
-  painter.DrawText({0, 0, 2400, 360}, "0 days, 1 hours, 23 minutes", Font{"Tahoma", 9.0, true}, Rgb(255, 255, 255),
-                   TextAlign::kLeft);
+  Canvas canvas(160, 24);
+  canvas.painter.FillRect({0, 0, 2400, 360}, kKeyColour);
+  canvas.painter.DrawText({0, 0, 2400, 360}, "0 days, 1 hours, 23 minutes", Font{"Tahoma", 9.0, true},
+                          Rgb(255, 255, 255), TextAlign::kLeft);
   std::set<COLORREF> colours;
   for (int y = 0; y < 24; ++y)
-    for (int x = 0; x < 160; ++x) colours.insert(surface.At(x, y));
+    for (int x = 0; x < 160; ++x) colours.insert(canvas.At(x, y));
   EXPECT_TRUE(colours.count(RGB(255, 255, 255))) << "the text was drawn";
   EXPECT_EQ(colours.size(), 2u) << "only the key colour and the text colour";
 }
 
 TEST(GdiPainterTest, PictureAlphaZeroLeavesWhatIsUnderIt) {
-  Surface surface(8, 4);
-  FontCache fonts;
-  GdiPainter painter(surface.dc(), PixelScale(96), fonts);
-  painter.FillRect({0, 0, 120, 60}, kKeyColour);
-  Picture picture{2, 1, {0xFF0080FFu, 0x00FFFFFFu}};  // opaque blue-ish, then see-through
-  painter.DrawPicture(picture, {0, 0, 60, 15});         // 4 x 1 pixels: each source pixel twice
-  EXPECT_EQ(surface.At(0, 0), RGB(0x00, 0x80, 0xFF));
-  EXPECT_EQ(surface.At(1, 0), RGB(0x00, 0x80, 0xFF));
-  EXPECT_EQ(surface.At(2, 0), RGB(0xC0, 0, 0xC0));
-  EXPECT_EQ(surface.At(3, 0), RGB(0xC0, 0, 0xC0));
-  EXPECT_EQ(surface.At(0, 1), RGB(0xC0, 0, 0xC0));
+  Canvas canvas(8, 4);
+  canvas.painter.FillRect({0, 0, 120, 60}, kKeyColour);
+  Picture picture{2, 1, {0xFF0080FFu, 0x00FFFFFFu}};    // opaque blue-ish, then see-through
+  canvas.painter.DrawPicture(picture, {0, 0, 60, 15});  // 4 x 1 pixels: each source pixel twice
+  const COLORREF blue = RGB(0x00, 0x80, 0xFF);
+  canvas.Expect({{0, 0, blue}, {1, 0, blue}, {2, 0, kKey}, {3, 0, kKey}, {0, 1, kKey}});
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 // counts of its own, so the owners' counts are the only way to see a leak.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -15,7 +14,6 @@
 #include "platform/win32/registry_settings_store.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_clock.h"
-#include "platform/win32/win32_drives.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_process.h"
 #include "platform/win32/win32_resources.h"
@@ -53,8 +51,6 @@ TEST(HandleCountTest, OwnersCountTheirKindWhileTheyHoldAHandle) {
   EXPECT_EQ(LiveHandles(), before);
 }
 
-// ---------------------------------------------------------------- the side bar
-
 // Message boxes would stop the test; none is expected.
 class NoDialogs : public DialogService {
  public:
@@ -74,11 +70,8 @@ class ThreeDrives : public DriveService {
   int DriveType(std::string_view) override { return kDriveFixed; }
   std::optional<FreeSpaceCounts> DiskFreeSpace(std::string_view drive) override {
     const std::uint32_t total = 250000;
-    switch (drive.empty() ? 'C' : drive[0]) {
-      case 'D': return FreeSpaceCounts{8, 512, total / 5, total};
-      case 'E': return FreeSpaceCounts{8, 512, total / 50, total};
-      default: return FreeSpaceCounts{8, 512, total / 2, total};
-    }
+    const char letter = drive.empty() ? 'C' : drive[0];
+    return FreeSpaceCounts{8, 512, total / (letter == 'D' ? 5 : letter == 'E' ? 50 : 2), total};
   }
   std::optional<bool> IsReady(std::string_view) override { return true; }
   std::string VolumeLabel(std::string_view) override { return "DISK"; }
@@ -117,35 +110,12 @@ void GiveArt(Form1& form) {
   form.Image9.SetPicture(Solid(20, 20, 0xFF802020));
 }
 
+// The settings live under the test program's own name; each run starts and ends clean.
 class SideBarHandlesTest : public ::testing::Test {
  protected:
-  void SetUp() override { ForgetSettings(); }
-  void TearDown() override { ForgetSettings(); }
-
-  // The settings live under the test program's own name; start and end clean.
-  static void ForgetSettings() {
-    const std::wstring key = L"Software\\VB and VBA Program Settings\\" + Widen(Win32Process().ExecutableName());
-    ::RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
-  }
-};
-
-// A card rebuild: the drive list changes (C: hidden or shown), the cards are
-// unloaded and made again, and the window paints what came of it.
-class Refresher {
- public:
-  Refresher(Form1& form, Win32Ui& ui, HWND window) : form_(form), ui_(ui), window_(window) {}
-  int Refresh(bool hide_c) {
-    form_.Text3.SetText(hide_c ? "C:\\" : "");
-    form_.Command1.Press();
-    ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-    ui_.DoEvents();
-    return form_.CaptionL.Count() - 1;
-  }
-
- private:
-  Form1& form_;
-  Win32Ui& ui_;
-  HWND window_;
+  void SetUp() override { ::RegDeleteTreeW(HKEY_CURRENT_USER, kSettings); }
+  void TearDown() override { ::RegDeleteTreeW(HKEY_CURRENT_USER, kSettings); }
+  static constexpr const wchar_t* kSettings = L"Software\\VB and VBA Program Settings\\quillet_win_tests";
 };
 
 TEST_F(SideBarHandlesTest, AThousandCardRebuildsGiveBackEveryHandle) {
@@ -164,16 +134,21 @@ TEST_F(SideBarHandlesTest, AThousandCardRebuildsGiveBackEveryHandle) {
     form.Timer2.SetEnabled(false);
     const HWND window = ::FindWindowW(L"QuilletForm", Widen(form.Caption()).c_str());
     ASSERT_NE(window, nullptr);
-    Refresher refresher(form, ui, window);
-
-    const int all = refresher.Refresh(false);  // warm-up: fonts and buffers made once
-    ASSERT_EQ(all, 3);
+    // A card rebuild: the drive list changes (C: hidden or shown), the cards
+    // are unloaded and made again, and the window paints what came of it.
+    const auto refresh = [&](bool hide_c) {
+      form.Text3.SetText(hide_c ? "C:\\" : "");
+      form.Command1.Press();
+      ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+      ui.DoEvents();
+      return form.CaptionL.Count() - 1;
+    };
+    ASSERT_EQ(refresh(false), 3);  // warm-up: fonts and buffers made once; three cards
     const HandleCounts warm = LiveHandles();
     int rebuilt = 0;
     for (int i = 1; i <= kRefreshes; ++i) {
       const bool hide_c = i % 2 == 1;
-      const int cards = refresher.Refresh(hide_c);
-      if (cards == (hide_c ? all - 1 : all)) ++rebuilt;
+      if (refresh(hide_c) == (hide_c ? 2 : 3)) ++rebuilt;
     }
     const HandleCounts after = LiveHandles();
     std::cout << "live handles: at start " << at_start << ", after the warm-up " << warm << ", after "

@@ -2,24 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "platform/win32/win32.h"
 #include "platform/win32/win32_drives.h"
 
 namespace quillet::win32 {
 namespace {
-
-std::vector<std::string> Roots(const std::string& raw) {
-  std::vector<std::string> roots;
-  std::size_t pos = 0;
-  while (pos < raw.size() && raw[pos] != '\0') {
-    const std::size_t end = raw.find('\0', pos);
-    roots.push_back(raw.substr(pos, end - pos));
-    pos = end + 1;
-  }
-  return roots;
-}
 
 char MissingLetter() {
   const DWORD mask = ::GetLogicalDrives();
@@ -32,14 +20,14 @@ TEST(Win32DrivesTest, DriveListParsesIntoRootsWithTypes) {
   Win32Drives drives;
   const auto raw = drives.LogicalDriveStrings();
   ASSERT_TRUE(raw.has_value());
+  // Roots of the form X:\ each followed by a NUL, and one more NUL at the end.
   ASSERT_GE(raw->size(), 5u);
-  EXPECT_EQ(raw->substr(raw->size() - 2), std::string(2, '\0'));  // last root's NUL, then the list's
-  const auto roots = Roots(*raw);
-  EXPECT_EQ(raw->size(), roots.size() * 4 + 1);
+  ASSERT_EQ(raw->size() % 4, 1u);
+  EXPECT_EQ(raw->back(), '\0');
   DWORD mask = 0;
-  for (const auto& root : roots) {
-    ASSERT_EQ(root.size(), 3u) << root;
-    EXPECT_EQ(root.substr(1), ":\\");
+  for (std::size_t at = 0; at + 1 < raw->size(); at += 4) {
+    const std::string root = raw->substr(at, 3);
+    EXPECT_EQ(raw->substr(at + 1, 3), std::string(":\\\0", 3)) << root;
     mask |= 1u << (root[0] - 'A');
     const int type = drives.DriveType(root);
     EXPECT_EQ(type, static_cast<int>(::GetDriveTypeA(root.c_str()))) << root;

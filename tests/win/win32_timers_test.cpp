@@ -38,22 +38,20 @@ TEST(Win32TimersTest, TimersTickByTheirOwnIdAndStopEvenFromTheirOwnTick) {
   EXPECT_EQ(timers.Running(), 0u);
 }
 
+// Ended at once before the loop runs, or from a tick; a guard ends a loop that lost the quit.
 TEST(Win32TimersTest, EndingTheProgramEndsRunAndDoEventsKeepsTheQuitForIt) {
-  Win32Ui ui;
-  // A guard: if the quit were lost, this ends the loop with another code.
-  const auto guard = ui.Timers().StartTimer(3000, [] { ::PostQuitMessage(7); });
-  ui.EndAtOnce();
-  ui.DoEvents();
-  EXPECT_EQ(ui.Run(), 0);
-  EXPECT_TRUE(ui.Ended());
-
-  Win32Ui second;
-  const auto ender = second.Timers().StartTimer(20, [&] { second.EndProgram(); });
-  const auto guard2 = second.Timers().StartTimer(3000, [] { ::PostQuitMessage(7); });
-  EXPECT_EQ(second.Run(), 0);
-  second.Timers().StopTimer(ender);
-  second.Timers().StopTimer(guard2);
-  ui.Timers().StopTimer(guard);
+  for (const bool at_once : {true, false}) {
+    Win32Ui ui;
+    (void)ui.Timers().StartTimer(3000, [] { ::PostQuitMessage(7); });
+    const auto ender = ui.Timers().StartTimer(20, [&] { ui.EndProgram(); });
+    if (at_once) {
+      ui.Timers().StopTimer(ender);
+      ui.EndAtOnce();
+      ui.DoEvents();
+    }
+    EXPECT_EQ(ui.Run(), 0) << (at_once ? "at once" : "from a tick");
+    EXPECT_TRUE(ui.Ended());
+  }
 }
 
 }  // namespace
