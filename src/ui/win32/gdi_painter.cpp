@@ -183,15 +183,16 @@ void GdiPainter::PopLayer(std::optional<Colour> key) {
 }
 
 TwipsSize GdiTextMetrics::Measure(const Font& font, std::string_view text) {
-  const WindowDc screen(nullptr);
-  if (screen.get() == nullptr) return {};
-  const ScopedSelectObject select(screen.get(), FontOrDefault(fonts_.Get(font, scale_.Dpi())));
+  if (!dc_) dc_.reset(::CreateCompatibleDC(nullptr));
+  const HDC dc = dc_.get();
+  if (dc == nullptr) return {};
+  const ScopedSelectObject select(dc, FontOrDefault(fonts_.Get(font, scale_.Dpi())));
   TEXTMETRICW tm{};
-  ::GetTextMetricsW(screen.get(), &tm);
+  ::GetTextMetricsW(dc, &tm);
   int widest = 0, lines = 0;
   for (const std::wstring& line : Lines(text)) {
     SIZE size{};
-    ::GetTextExtentPoint32W(screen.get(), line.c_str(), static_cast<int>(line.size()), &size);
+    ::GetTextExtentPoint32W(dc, line.c_str(), static_cast<int>(line.size()), &size);
     if (size.cx > widest) widest = size.cx;
     ++lines;
   }

@@ -68,6 +68,9 @@ class GdiTextMetrics final : public TextMetrics {
  private:
   PixelScale scale_;
   FontCache fonts_;
+  // One memory DC like the screen's for every measure: the cards measure
+  // their texts often, and each screen DC is a trip to the display server.
+  UniqueDc dc_;
 };
 
 }  // namespace quillet::win32
