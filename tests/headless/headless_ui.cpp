@@ -77,7 +77,6 @@ class HeadlessPeer : public FormPeer {
 }  // namespace
 
 std::unique_ptr<FormPeer> HeadlessUi::CreatePeer(Form& form) {
-  ++peers_created;
   return std::make_unique<HeadlessPeer>(*this, form);
 }
 

@@ -64,7 +64,6 @@ class HeadlessUi : public Ui {
   std::vector<std::string> errors;
   int do_events_calls = 0;
   bool loop_quit = false;
-  int peers_created = 0;
   std::vector<int> alphas;  // every alpha a form's window took, in order
 
  protected:
