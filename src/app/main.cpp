@@ -6,11 +6,13 @@
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32.h"
 #include "platform/win32/win32_clock.h"
+#include "platform/win32/win32_devices.h"
 #include "platform/win32/win32_dialogs.h"
 #include "platform/win32/win32_drives.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_process.h"
 #include "platform/win32/win32_resources.h"
+#include "platform/win32/win32_session.h"
 #include "platform/win32/win32_shell.h"
 #include "shell/Form1.h"
 #include "ui/win32/win32_ui.h"
@@ -26,7 +28,9 @@ int RunQuillet() {
   quillet::win32::Win32Files files;
   quillet::win32::Win32Resources resources;
   quillet::win32::Win32Shell shell;
-  quillet::Platform platform{settings, drives, process, clock, dialogs, files, resources, shell};
+  quillet::win32::Win32Session session;
+  quillet::win32::Win32Devices devices;
+  quillet::Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices};
 
   quillet::win32::Win32Ui ui;
   quillet::Form1 form1(ui, platform);

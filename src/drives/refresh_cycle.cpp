@@ -2,25 +2,13 @@
 // changed count rebuilds the cards, the bottom edge stays where it was.
 #include <cmath>
 
+#include "core/pass_over.h"
 #include "core/value.h"
 #include "drives/drive_cards.h"
 #include "drives/drive_scan.h"
 #include "shell/Form1.h"
 
 namespace quillet {
-namespace {
-
-// A statement whose failure has no effect: the next one runs.
-template <class F>
-void PassOver(F&& statement) {
-  try {
-    statement();
-  } catch (...) {
-  }
-}
-
-}  // namespace
-
 void Form1::BuildDriveList(std::string_view raw) {
   Text1.SetText("");
   // Every drive is asked at once; each answer is taken as it comes.

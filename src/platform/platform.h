@@ -2,11 +2,13 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/devices.h"
 #include "platform/dialogs.h"
 #include "platform/drives.h"
 #include "platform/files.h"
 #include "platform/process.h"
 #include "platform/resources.h"
+#include "platform/session.h"
 #include "platform/settings_store.h"
 #include "platform/shell.h"
 
@@ -21,6 +23,8 @@ struct Platform {
   FileService& files;
   ResourceService& resources;
   ShellService& shell;
+  SessionService& session;
+  DeviceService& devices;
 };
 
 }  // namespace quillet

@@ -15,6 +15,8 @@ class ShellService {
   // does; an empty operation is the default verb. True when it started.
   virtual bool ShellExecute(std::string_view operation, std::string_view file, std::string_view parameters,
                             std::string_view directory, int show) = 0;
+  // Starts a program from a command line, its first window in the show state.
+  virtual bool RunCommandLine(std::string_view command_line, int show) = 0;
 };
 
 }  // namespace quillet

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/units.h"
+#include "core/pass_over.h"
 #include "core/value.h"
 #include "drives/drive_scan.h"
 #include "shell/TimeMod.h"
@@ -14,20 +15,9 @@
 namespace quillet {
 namespace {
 
-constexpr int kNarrowWidth = 2350;
-constexpr int kWideWidth = 2640;
 constexpr int kMinimumPeriodSeconds = 15;
 // The uptime strip's own colour, shown while no user colour is stored.
 constexpr Colour kCaption1Design = Rgb(38, 50, 56);
-
-// A statement whose failure has no effect: the next one runs.
-template <class F>
-void PassOver(F&& statement) {
-  try {
-    statement();
-  } catch (...) {
-  }
-}
 
 // A number given as text where a property wants one: the whole text must be a number.
 std::optional<double> StrictNumber(std::string_view text) {
@@ -43,14 +33,15 @@ std::optional<double> StrictNumber(std::string_view text) {
 
 namespace {
 
-// Control array elements copy their template and start hidden.
-ControlArray<Image> ImageArray(Form& form, TwipsRect bounds, bool stretch) {
+// Control array elements copy their template and start hidden; `wire` gives each its handlers.
+ControlArray<Image> ImageArray(Form& form, TwipsRect bounds, bool stretch, std::function<void(Image&, int)> wire) {
   return ControlArray<Image>(
       std::make_unique<Image>("", bounds, stretch, false),
-      [stretch](const Image& t, int) {
+      [stretch, wire](const Image& t, int i) {
         auto copy = std::make_unique<Image>("", t.Bounds(), stretch, false);
         copy->SetPicture(t.Picture());
         copy->Move(t.Bounds());
+        wire(*copy, i);
         return copy;
       },
       [&form](Image& e) { form.AddVisual(e); }, [&form](Image& e) { form.RemoveVisual(e); });
@@ -78,24 +69,47 @@ Form1::Form1(Ui& ui, Platform& platform)
       Caption1("Caption1", {60, 330, 2025, 180}, ui.Metrics()),
       Image5("Image5", {2340, 720, 315, 945}, false),
       Image9("Image9", {2350, 730, 300, 310}, false),
+      Image11("Image11", {2350, 1030, 300, 270}, false),
+      Image16("Image16", {2280, 600, 375, 135}, false),
       DFTrans1(*this),
-      ImageD(ImageArray(*this, {0, -120, 2340, 720}, true)),
-      Imagebar(ImageArray(*this, {45, 390, 2265, 105}, true)),
+      lumbutton1("lumbutton1", {60, 60, 255, 255}, ui, false),
+      lumbutton2("lumbutton2", {360, 60, 255, 255}, ui, false),
+      lumbutton3("lumbutton3", {660, 60, 255, 255}, ui, false),
+      lumbutton4("lumbutton4", {970, 60, 255, 255}, ui, false),
+      lumbutton5("lumbutton5", {1300, 60, 255, 255}, ui, false),
+      Image26("Image26", {1680, 80, 240, 240}, false, false),
+      CMD_POWER("CMD_POWER", {2120, 315, 195, 195}, false),
+      Image12("Image12", {2355, 345, 240, 240}, false),
+      Image10("Image10", {2385, 1680, 240, 240}, false),
+      Image17("Image17", {2385, 1935, 240, 240}, false),
+      Image18("Image18", {2400, 2165, 240, 240}, false),
+      CMD_EJECT("CMD_EJECT", {0, 0, 960, 720}, false, false),
+      CMD_EJECT_USB("CMD_EJECT_USB", {0, 0, 960, 720}, false, false),
+      Image19("Image19", {0, 0, 360, 360}, false, false),
+      ImageD(ImageArray(*this, {0, -120, 2340, 720}, true,
+                        [this](Image& e, int i) { WireCard(kImageD, e, i); })),
+      Imagebar(ImageArray(*this, {45, 390, 2265, 105}, true,
+                          [this](Image& e, int i) { WireCard(kImagebar, e, i); })),
       CaptionL(
           CardCaptionTemplate(ui.Metrics()),
-          [&ui](const quillet::Caption& t, int) {
+          [this, &ui](const quillet::Caption& t, int i) {
             auto copy = std::make_unique<quillet::Caption>("CaptionL", t.Bounds(), ui.Metrics(), false);
             copy->CopyPropertiesFrom(t);
+            WireCard(kCaptionL, *copy, i);
             return copy;
           },
           [this](quillet::Caption& c) { AddVisual(c); }, [this](quillet::Caption& c) { RemoveVisual(c); }),
-      DRIVEICON(ImageArray(*this, {0, -120, 4455, 615}, false)),
+      DRIVEICON(ImageArray(*this, {0, -120, 4455, 615}, false,
+                           [this](Image& e, int i) { WireCard(kDRIVEICON, e, i); })),
       Image1("Image1", {}, true, false), Image2("Image2", {}, true, false), Image3("Image3", {}, true, false),
       Image6("Image6", {}, true, false), Image7("Image7", {}, true, false), Image8("Image8", {}, true, false),
       Image20("Image20", {}, true, false), Image21("Image21", {}, true, false),
       Image22("Image22", {}, true, false),
       DC("DC", {}, false, false), DD("DD", {}, false, false), DCD("DCD", {}, false, false),
       DR("DR", {}, false, false),
+      Image4("Image4", {}, false, false), Image13("Image13", {}, false, false), Image14("Image14", {}, false, false),
+      Image23("Image23", {}, false, false), Image24("Image24", {}, false, false),
+      Image25("Image25", {}, false, false),
       platform_(platform),
       drive_monitor_(platform.drives) {
   LoadArt();
@@ -120,7 +134,22 @@ void Form1::LoadArt() {
   DCD.SetPicture(art("DRIVE_CD"));
   DR.SetPicture(art("DRIVE_REMOVABLE"));
   Image5.SetPicture(art("HANDLE_STRIP"));
-  Image9.SetPicture(art("EXIT_BUTTON"));
+  Image4.SetPicture(art("EXIT_LIT"));
+  Image13.SetPicture(art("OPTIONS_LIT"));
+  Image23.SetPicture(art("PIN_GRAY"));
+  Image24.SetPicture(art("PIN_BLUE"));
+  Image25.SetPicture(art("PIN_RED"));
+  Image26.SetPicture(Image23.Picture());
+  CMD_POWER.SetPicture(art("POWER"));
+  Image12.SetPicture(art("RUN_EXTERNAL"));
+  Image10.SetPicture(art("WINDOWS_FOLDER"));
+  Image17.SetPicture(art("AUTO_SHUTDOWN"));
+  Image18.SetPicture(art("MAGNIFIER"));
+  lumbutton1.SetPictureNormal(art("LOCK"));
+  lumbutton2.SetPictureNormal(art("SEARCH"));
+  lumbutton3.SetPictureNormal(art("FOLDER"));
+  lumbutton4.SetPictureNormal(art("TASK_MANAGER"));
+  lumbutton5.SetPictureNormal(art("RUN"));
   ImageD(0).SetPicture(LoadGifPicture(platform_.resources, "NORMAL", "#101"));
   Imagebar(0).SetPicture(Image1.Picture());
 }
@@ -136,9 +165,7 @@ FormArgs Form1::WindowArgs() {
 }
 
 Form1::~Form1() {
-  RemoveVisual(Caption1);
-  RemoveVisual(Image5);
-  RemoveVisual(Image9);
+  for (Visual* v : std::vector<Visual*>(Visuals())) RemoveVisual(*v);
 }
 
 std::string Form1::Setting(std::string_view key, std::string_view fallback) {
@@ -183,6 +210,7 @@ void Form1::WireHiddenControls() {
   Command4.on_click = [this] { Command4_Click(); };
   Timer1.on_timer = [this] { ui().Guard([this] { Timer1_Timer(); }); };
   Timer2.on_timer = [this] { ui().Guard([this] { Timer2_Timer(); }); };
+  Timer3.on_timer = [this] { ui().Guard([this] { Timer3_Timer(); }); };
 }
 
 void Form1::WireVisuals() {
@@ -193,15 +221,22 @@ void Form1::WireVisuals() {
   Caption1.SetCaptionAligmend(1);
   Caption1.SetTransparent(false);
   Caption1.SetBackColor(kCaption1Design);
-  AddVisual(Caption1);
-  AddVisual(Image5);
-  AddVisual(Image9);
+  for (Visual* v : std::initializer_list<Visual*>{&Caption1, &Image5, &Image16, &Image9, &Image11, &Image12,
+                                                  &CMD_POWER, &Image10, &Image17, &Image18, &lumbutton1,
+                                                  &lumbutton2, &lumbutton3, &lumbutton4, &lumbutton5, &Image26,
+                                                  &CMD_EJECT, &CMD_EJECT_USB, &Image19})
+    AddVisual(*v);
   Image5.SetToolTipText("DClick Minimized");
-  Image5.on_mouse_move = [this](const MouseArgs& a) { DragMove(image5_grab_, a); };
+  Image5.on_mouse_move = [this](const MouseArgs& a) { Image5_MouseMove(a); };
   Image5.on_dbl_click = [this] { Image5_DblClick(); };
-  Caption1.on_mouse_move = [this](const MouseArgs& a) { DragMove(caption1_grab_, a); };
+  Caption1.on_mouse_move = [this](const MouseArgs& a) { Caption1_MouseMove(a); };
   Caption1.on_mouse_down = [this](const MouseArgs& a) { Caption1_MouseDown(a); };
   Image9.on_click = [this] { Image9_Click(); };
+  WireQuickButtons();
+  WireCard(kImageD, ImageD(0), 0);
+  WireCard(kImagebar, Imagebar(0), 0);
+  WireCard(kCaptionL, CaptionL(0), 0);
+  WireCard(kDRIVEICON, DRIVEICON(0), 0);
 }
 
 void Form1::Form_Load() {
@@ -281,6 +316,10 @@ void Form1::ApplyPinMode() {
   const auto mode = ToInt16(Val(pt));
   if (!mode) return;
   pin_mode_ = *mode;
+  if (pin_mode_ != 1 && pin_mode_ != 2) return;
+  Image26.SetPicture(pin_mode_ == 1 ? Image24.Picture() : Image25.Picture());
+  for (lumbutton* b : {&lumbutton1, &lumbutton2, &lumbutton3, &lumbutton4, &lumbutton5}) b->SetVisible(true);
+  Image26.SetVisible(true);
   if (pin_mode_ == 2) SetWidth(kWideWidth);
 }
 
@@ -301,6 +340,25 @@ void Form1::SavePosition() {
   if (GetWindowState() != kNormal) return;
   Save("frmTop", SingleText(static_cast<float>(Top())));
   Save("frmLeft", SingleText(static_cast<float>(Left())));
+}
+
+void Form1::Caption1_MouseMove(const MouseArgs& args) {
+  DragMove(caption1_grab_, args);
+  // Only a pointer that really moved starts the hover: a resting one repeats its messages.
+  const ScreenPoint p = ui().PointerPosition();
+  if (p != caption1_grab_.last_screen) ShowHoverStrip();
+  caption1_grab_.last_screen = p;
+}
+
+void Form1::Image5_MouseMove(const MouseArgs& args) {
+  DragMove(image5_grab_, args);
+  image5_grab_.last_screen = ui().PointerPosition();
+  HideEjectButtons();
+  Timer3.SetEnabled(false);
+  Timer3.SetEnabled(true);
+  Image9.SetPicture(Image14.Picture());
+  Image11.SetPicture(Image14.Picture());
+  ShowHoverStrip();
 }
 
 void Form1::DragMove(DragHandle& handle, const MouseArgs& args) {

@@ -14,6 +14,7 @@
 #include "ui/visual.h"
 #include "widgets/Caption.h"
 #include "widgets/DFTrans.h"
+#include "widgets/lumbutton.h"
 
 namespace quillet {
 
@@ -21,6 +22,10 @@ class Form1 : public Form {
  public:
   Form1(Ui& ui, Platform& platform);
   ~Form1() override;
+
+  // The two widths: the cards only, and with the handle strip and side buttons.
+  static constexpr int kNarrowWidth = 2350;
+  static constexpr int kWideWidth = 2640;
 
   // The window as designed: borderless, out of the task bar, see-through on the key colour.
   static FormArgs WindowArgs();
@@ -45,8 +50,18 @@ class Form1 : public Form {
 
   quillet::Caption Caption1;  // the uptime strip, also a drag handle
   Image Image5;  // handle strip
-  Image Image9;  // exit button of the handle strip
+  Image Image9;  // exit button of the handle strip, lit while the pointer is on it
+  Image Image11;  // options button of the strip, the same
+  Image Image16;  // a see-through area above the strip that puts both out
   DFTrans DFTrans1;
+
+  // The hover strip: five quick buttons and the pin.
+  lumbutton lumbutton1, lumbutton2, lumbutton3, lumbutton4, lumbutton5;
+  Image Image26;
+  // Side buttons, shown while the window is wide.
+  Image CMD_POWER, Image12, Image10, Image17, Image18;
+  // Eject buttons that come out on a card, and the drop marker.
+  Image CMD_EJECT, CMD_EJECT_USB, Image19;
 
   // The drive cards: element i of each array shows drive i; element 0 is the template.
   ControlArray<Image> ImageD;
@@ -59,6 +74,11 @@ class Form1 : public Form {
   Image Image6, Image7, Image8;      // the standard set
   Image Image20, Image21, Image22;   // the thin set
   Image DC, DD, DCD, DR;             // system disk, disk, optical, removable
+  Image Image4, Image13, Image14;    // exit lit, options lit, blank
+  Image Image23, Image24, Image25;   // the gray, blue and red pin
+
+  // The drives of the eject buttons, "E:".
+  std::string cd_drive_field, usb_drive_field;
 
  protected:
   void Form_Load() override;
@@ -81,12 +101,30 @@ class Form1 : public Form {
   void FitHeightKeepingBottom();
   void Timer1_Timer();
   void Timer2_Timer();
+  void Timer3_Timer();
   void Image5_DblClick();
   void Caption1_MouseDown(const MouseArgs& args);
+  void Caption1_MouseMove(const MouseArgs& args);
+  void Image5_MouseMove(const MouseArgs& args);
   void Image9_Click();
-  // The two handles keep their own grab point.
+  // Quick buttons, pin and side buttons.
+  void WireQuickButtons();
+  void ShowHoverStrip();
+  void HideEjectButtons();
+  void Image26_Click();
+  void Image26_MouseMove();
+  void lumbutton3_Click();
+  void Image12_Click();
+  // Cards: the same handlers for every element of the four arrays.
+  enum CardArray { kImageD, kImagebar, kCaptionL, kDRIVEICON };
+  void WireCard(CardArray array, Visual& element, int i);
+  void Card_Click(int i);
+  void Card_MouseMove(CardArray array, int i);
+  void PlaceEjectButton(Image& button, int i);
+  // The two handles keep their own grab point and the pointer's last place.
   struct DragHandle {
     std::int16_t x = 0, y = 0;
+    ScreenPoint last_screen;
   };
   void DragMove(DragHandle& handle, const MouseArgs& args);
   void ExitProgram(bool from_exit_button);
@@ -97,6 +135,7 @@ class Form1 : public Form {
   DriveMonitor drive_monitor_;
   std::string card_drive_;  // the drive the card loop fills, kept across a failed step
   DragHandle image5_grab_, caption1_grab_;
+  ScreenPoint card_pointer_[4];  // each array's handler keeps its own
   std::int16_t pin_mode_ = 0;
   bool in_tray_ = false;
 };

@@ -67,6 +67,15 @@ void DisplayList::PopLayer(std::optional<Colour> key) {
   ops.push_back(std::move(op));
 }
 
+bool DisplayList::DrawThemedButton(const TwipsRect& rect, int state) {
+  Op op;
+  op.kind = Op::kThemedButton;
+  op.rect = rect;
+  op.x1 = state;
+  ops.push_back(std::move(op));
+  return true;
+}
+
 void DisplayList::Replay(Painter& target, int dx, int dy) const {
   const auto moved = [dx, dy](TwipsRect r) {
     r.left += dx;
@@ -84,6 +93,7 @@ void DisplayList::Replay(Painter& target, int dx, int dy) const {
         break;
       case Op::kPushLayer: target.PushLayer(moved(op.rect), op.colour); break;
       case Op::kPopLayer: target.PopLayer(op.key); break;
+      case Op::kThemedButton: (void)target.DrawThemedButton(moved(op.rect), op.x1); break;
     }
   }
 }

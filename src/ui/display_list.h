@@ -15,10 +15,10 @@ namespace quillet {
 class DisplayList : public Painter {
  public:
   struct Op {
-    enum Kind { kFill, kText, kTextAt, kLine, kPicture, kPushLayer, kPopLayer };
+    enum Kind { kFill, kText, kTextAt, kLine, kPicture, kPushLayer, kPopLayer, kThemedButton };
     Kind kind = kFill;
-    TwipsRect rect;          // fill, text and picture: the rectangle; layer: its bounds
-    int x1 = 0, y1 = 0;      // text at: its origin; line: its start
+    TwipsRect rect;          // fill, text, picture, themed button: the rectangle; layer: its bounds
+    int x1 = 0, y1 = 0;      // text at: its origin; line: its start; themed button: x1 the state
     int x2 = 0, y2 = 0;      // line: its end
     std::string text;
     Colour colour = 0;       // as given, system colours unresolved; layer: its fill
@@ -37,6 +37,7 @@ class DisplayList : public Painter {
   void DrawPicture(const Picture& picture, const TwipsRect& dest) override;
   void PushLayer(const TwipsRect& rect, Colour fill) override;
   void PopLayer(std::optional<Colour> key) override;
+  bool DrawThemedButton(const TwipsRect& rect, int state) override;
 
   // Draws every kept operation on `target`, moved by (dx, dy).
   void Replay(Painter& target, int dx = 0, int dy = 0) const;

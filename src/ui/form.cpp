@@ -3,6 +3,15 @@
 #include <algorithm>
 
 namespace quillet {
+namespace {
+
+ToolTip PlainTip(const std::string& text) {
+  ToolTip tip;
+  tip.text = text;
+  return tip;
+}
+
+}  // namespace
 
 Form::Form(Ui& ui, FormArgs args)
     : ui_(ui), args_(std::move(args)), bounds_(args_.bounds), back_color_(args_.back_color) {}
@@ -41,7 +50,8 @@ void Form::Unload() {
   auto& open = ui_.open_forms_;
   open.erase(std::remove(open.begin(), open.end(), this), open.end());
   visible_ = false;
-  captured_ = pressed_ = nullptr;
+  captured_ = hovered_ = focused_ = nullptr;
+  tip_owner_ = nullptr;
   peer_.reset();
 }
 
@@ -90,10 +100,16 @@ void Form::AddVisual(Visual& visual) {
 
 void Form::RemoveVisual(Visual& visual) {
   visuals_.erase(std::remove(visuals_.begin(), visuals_.end(), &visual), visuals_.end());
-  if (captured_ == &visual) captured_ = nullptr;
-  if (pressed_ == &visual) pressed_ = nullptr;
+  Forget(visual);
   visual.form_ = nullptr;
   Invalidate();
+}
+
+void Form::Forget(const Visual& visual) {
+  if (captured_ == &visual) captured_ = nullptr;
+  if (hovered_ == &visual) hovered_ = nullptr;
+  if (focused_ == &visual) focused_ = nullptr;
+  if (tip_owner_ == &visual) HideToolTip();
 }
 
 void Form::BringToFront(Visual& visual) {
@@ -121,9 +137,14 @@ Visual* Form::HitTest(int x, int y) const {
 }
 
 void Form::DispatchMouse(MouseEventKind kind, const MouseArgs& args) {
+  HoverOver(HitTest(args.x, args.y));
   // While a button is held the control that took the press keeps the mouse.
   Visual* target = captured_ != nullptr ? captured_ : HitTest(args.x, args.y);
-  if (kind == MouseEventKind::kDown) captured_ = target;
+  if (kind == MouseEventKind::kDown || kind == MouseEventKind::kDblClick) {
+    captured_ = target;
+    if (target != nullptr && target->CanFocus()) SetFocus(target);
+    if (captured_ != target) return;  // the focus change took the control away
+  }
   if (target != nullptr) {
     MouseArgs local = args;
     local.x -= target->Left();
@@ -133,28 +154,101 @@ void Form::DispatchMouse(MouseEventKind kind, const MouseArgs& args) {
   if (kind == MouseEventKind::kUp) captured_ = nullptr;
 }
 
+void Form::DispatchMouseLeave() { HoverOver(nullptr); }
+
+void Form::HoverOver(Visual* visual) {
+  if (visual == hovered_) return;
+  Visual* left = hovered_;
+  hovered_ = visual;
+  if (left != nullptr) {
+    if (tip_owner_ == left) HideToolTip();
+    ui_.Guard([&] { left->MouseLeft(); });
+  }
+  if (hovered_ != nullptr && !hovered_->ToolTipText().empty()) ShowToolTip(*hovered_, PlainTip(hovered_->ToolTipText()));
+}
+
 void Form::DispatchTo(Visual& visual, MouseEventKind kind, MouseArgs args) {
-  ui_.Guard([&] {
-    switch (kind) {
-      case MouseEventKind::kDown:
-        pressed_ = &visual;
-        if (visual.on_mouse_down) visual.on_mouse_down(args);
-        break;
-      case MouseEventKind::kMove:
-        if (visual.on_mouse_move) visual.on_mouse_move(args);
-        break;
-      case MouseEventKind::kUp: {
-        if (visual.on_mouse_up) visual.on_mouse_up(args);
-        const bool inside = args.x >= 0 && args.y >= 0 && args.x < visual.Width() && args.y < visual.Height();
-        if (pressed_ == &visual && inside && (args.button & kLeftButton) && visual.on_click) visual.on_click();
-        pressed_ = nullptr;
-        break;
-      }
-      case MouseEventKind::kDblClick:
-        if (visual.on_dbl_click) visual.on_dbl_click();
-        break;
-    }
-  });
+  ui_.Guard([&] { visual.MouseInput(kind, args); });
+}
+
+void Form::DispatchKey(KeyEventKind kind, int key, int shift) {
+  if (kind == KeyEventKind::kDown && key == kVkTab && (shift & (kCtrlMask | kAltMask)) == 0) {
+    MoveFocus((shift & kShiftMask) != 0);
+    return;
+  }
+  if (kind == KeyEventKind::kPress && key == kVkTab) return;
+  if (focused_ != nullptr && focused_->Visible()) ui_.Guard([&] { focused_->KeyInput(kind, key, shift); });
+}
+
+bool Form::DispatchAccessKey(int key) {
+  bool taken = false;
+  for (Visual* v : visuals_) {
+    if (!v->Visible() || !v->CanFocus()) continue;
+    ui_.Guard([&] { taken = v->AccessKeyPress(key); });
+    if (taken) break;
+  }
+  return taken;
+}
+
+void Form::SetFocus(Visual* visual) {
+  if (visual == focused_) return;
+  Visual* lost = focused_;
+  focused_ = visual;
+  if (lost != nullptr) ui_.Guard([&] { lost->FocusChanged(false); });
+  if (focused_ != nullptr && focused_ == visual) ui_.Guard([&] { visual->FocusChanged(true); });
+}
+
+void Form::MoveFocus(bool backwards) {
+  std::vector<Visual*> order;
+  for (Visual* v : visuals_)
+    if (v->Visible() && v->CanFocus()) order.push_back(v);
+  if (order.empty()) return;
+  const auto at = std::find(order.begin(), order.end(), focused_);
+  const auto n = static_cast<std::ptrdiff_t>(order.size());
+  std::ptrdiff_t next = 0;
+  if (at != order.end()) next = ((at - order.begin()) + (backwards ? n - 1 : 1)) % n;
+  else if (backwards) next = n - 1;
+  SetFocus(order[static_cast<std::size_t>(next)]);
+}
+
+void Form::SetActive(bool active) {
+  if (active == active_) return;
+  active_ = active;
+  for (Visual* v : std::vector<Visual*>(visuals_)) ui_.Guard([&] { v->ActivationChanged(); });
+}
+
+void Form::ShowToolTip(const Visual& owner, const ToolTip& tip) {
+  tip_owner_ = &owner;
+  if (peer_) peer_->ShowToolTip(owner.Bounds(), tip);
+}
+
+void Form::HideToolTip() {
+  if (tip_owner_ == nullptr) return;
+  tip_owner_ = nullptr;
+  if (peer_) peer_->HideToolTip();
+}
+
+void Form::ToolTipTextChanged(const Visual& visual) {
+  if (&visual != hovered_) return;
+  if (visual.ToolTipText().empty()) HideToolTip();
+  else ShowToolTip(visual, PlainTip(visual.ToolTipText()));
+}
+
+int Form::TrackPopupMenu(const PopupMenu& menu, ScreenPoint at, int flags, const TwipsRect& exclude) {
+  return peer_ ? peer_->TrackPopupMenu(menu, at, flags, exclude) : 0;
+}
+
+ScreenPoint Form::ClientToScreen(int x, int y) const {
+  ScreenPoint origin{bounds_.left, bounds_.top};
+  if (peer_) {
+    if (const auto o = peer_->ClientOrigin()) origin = *o;
+  }
+  return {origin.x + x, origin.y + y};
+}
+
+ScreenPoint Form::ScreenToClient(ScreenPoint screen) const {
+  const ScreenPoint origin = ClientToScreen(0, 0);
+  return {screen.x - origin.x, screen.y - origin.y};
 }
 
 void Form::RequestClose() {

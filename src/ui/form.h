@@ -10,6 +10,7 @@
 #include "core/units.h"
 #include "ui/mouse.h"
 #include "ui/painter.h"
+#include "ui/popups.h"
 #include "ui/ui.h"
 #include "ui/visual.h"
 
@@ -32,8 +33,6 @@ struct Layering {
   std::optional<int> alpha;  // 0 to 255
   bool Layered() const { return key.has_value() || alpha.has_value(); }
 };
-
-enum class MouseEventKind { kDown, kMove, kUp, kDblClick };
 
 class Form {
  public:
@@ -92,8 +91,35 @@ class Form {
   void Paint(Painter& painter) const;
   // Mouse input from the host, at form client coordinates in twips.
   void DispatchMouse(MouseEventKind kind, const MouseArgs& args);
+  // The pointer left the window.
+  void DispatchMouseLeave();
+  // Keys from the host go to the control with the focus; Tab moves the focus.
+  void DispatchKey(KeyEventKind kind, int key, int shift);
+  // Alt and a letter; true when a control took it.
+  bool DispatchAccessKey(int key);
   // The topmost visible control at a point, or null.
   Visual* HitTest(int x, int y) const;
+  // The control under the pointer, as the last mouse input left it.
+  Visual* Hovered() const { return hovered_; }
+
+  Visual* Focused() const { return focused_; }
+  void SetFocus(Visual* visual);
+  // To the next (or previous) visible control that takes the focus, in z-order.
+  void MoveFocus(bool backwards);
+  // Whether the window is the active one; the host tells.
+  bool Active() const { return active_; }
+  void SetActive(bool active);
+
+  // A tip over `owner`'s area, until the pointer leaves it or another tip replaces it.
+  void ShowToolTip(const Visual& owner, const ToolTip& tip);
+  void HideToolTip();
+  void ToolTipTextChanged(const Visual& visual);
+  // Shows a pop-up menu at a screen point, kept clear of `exclude` (screen
+  // twips), until the user chooses or dismisses it: the chosen id or 0.
+  int TrackPopupMenu(const PopupMenu& menu, ScreenPoint at, int flags, const TwipsRect& exclude);
+  // A point of the screen in the form's client coordinates, and back.
+  ScreenPoint ScreenToClient(ScreenPoint screen) const;
+  ScreenPoint ClientToScreen(int x, int y) const;
   // The host asks the form to close (the system menu, the session).
   void RequestClose();
 
@@ -107,6 +133,8 @@ class Form {
  private:
   void BoundsChanged();
   void DispatchTo(Visual& visual, MouseEventKind kind, MouseArgs args);
+  void HoverOver(Visual* visual);
+  void Forget(const Visual& visual);
 
   Ui& ui_;
   FormArgs args_;
@@ -118,7 +146,10 @@ class Form {
   std::string caption_;
   std::vector<Visual*> visuals_;
   Visual* captured_ = nullptr;
-  Visual* pressed_ = nullptr;
+  Visual* hovered_ = nullptr;
+  Visual* focused_ = nullptr;
+  const Visual* tip_owner_ = nullptr;
+  bool active_ = false;
   std::unique_ptr<FormPeer> peer_;
 };
 

@@ -51,6 +51,9 @@ class Painter {
   // out, so what lies under the layer shows there.
   virtual void PushLayer(const TwipsRect& rect, Colour fill) = 0;
   virtual void PopLayer(std::optional<Colour> key) = 0;
+  // A push button in the system's visual style (state 1 normal, 2 hot,
+  // 3 pressed, 4 disabled); false when the host has no style to draw with.
+  virtual bool DrawThemedButton(const TwipsRect& /*rect*/, int /*state*/) { return false; }
   // The colour actually drawn for `colour`; the default is the classic scheme.
   virtual Colour Resolve(Colour colour) const { return ResolveColour(colour); }
 };

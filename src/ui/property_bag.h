@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/value.h"
+#include "ui/painter.h"
 
 namespace quillet {
 
@@ -37,10 +38,28 @@ class PropertyBag {
     if (it == values_.end()) return {};
     return {it->second.begin(), it->second.end()};
   }
+  // Booleans are stored as -1 and 0.
+  void WriteFlag(std::string_view key, bool on) { WriteProperty(key, std::int64_t{on ? -1 : 0}); }
+  bool ReadFlag(std::string_view key, bool fallback) const { return ReadNumber(key, fallback ? -1 : 0) != 0; }
   bool Has(std::string_view key) const { return values_.count(std::string(key)) != 0; }
 
  private:
   std::map<std::string, std::string> values_;
 };
+
+// A font as one stored text, "name,size,bold".
+inline std::string FontProperty(const Font& f) {
+  return f.name + "," + NumberText(f.size) + "," + (f.bold ? "1" : "0");
+}
+inline Font FontFromProperty(std::string_view text, const Font& fallback) {
+  const auto first = text.find(','), second = text.rfind(',');
+  if (first == std::string_view::npos || second == first) return fallback;
+  Font f;
+  f.name = std::string(text.substr(0, first));
+  f.size = Val(text.substr(first + 1, second - first - 1));
+  f.bold = text.substr(second + 1) == "1";
+  if (f.name.empty() || !(f.size > 0)) return fallback;
+  return f;
+}
 
 }  // namespace quillet

@@ -2,11 +2,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/units.h"
+#include "ui/mouse.h"
+#include "ui/popups.h"
 #include "ui/text_metrics.h"
 #include "ui/timer_service.h"
 
@@ -26,6 +29,15 @@ class FormPeer {
   virtual void CaptionChanged() {}
   // The colour key or alpha changed.
   virtual void LayeringChanged() {}
+  // A tip over an area of the form (client twips); a host without tips may ignore it.
+  virtual void ShowToolTip(const TwipsRect& /*area*/, const ToolTip& /*tip*/) {}
+  virtual void HideToolTip() {}
+  // Runs a pop-up menu to its end: the chosen id, or 0.
+  virtual int TrackPopupMenu(const PopupMenu& /*menu*/, ScreenPoint /*at*/, int /*flags*/, const TwipsRect& /*exclude*/) {
+    return 0;
+  }
+  // The screen position of the client area's top left, where the window has a frame.
+  virtual std::optional<ScreenPoint> ClientOrigin() { return std::nullopt; }
 };
 
 struct ScreenInfo {
@@ -46,6 +58,10 @@ class Ui {
   virtual ScreenInfo Screen() = 0;
   // Shows an error that escaped a handler; the program goes on.
   virtual void ReportError(std::string_view what) = 0;
+  // Where the pointer is, in screen twips.
+  virtual ScreenPoint PointerPosition() = 0;
+  // Whether the system draws controls with visual styles.
+  virtual bool AppThemed() { return false; }
 
   // Unloads every loaded form and ends the event loop.
   void EndProgram();

@@ -1,6 +1,7 @@
 #include "ui/visual.h"
 
 #include <cmath>
+#include <utility>
 
 #include "ui/form.h"
 
@@ -26,6 +27,34 @@ void Visual::SetVisible(bool visible) {
   if (visible_ == visible) return;
   visible_ = visible;
   Changed();
+}
+
+void Visual::SetToolTipText(std::string text) {
+  if (text == tool_tip_) return;
+  tool_tip_ = std::move(text);
+  if (form_ != nullptr) form_->ToolTipTextChanged(*this);
+}
+
+void Visual::MouseInput(MouseEventKind kind, const MouseArgs& args) {
+  switch (kind) {
+    case MouseEventKind::kDown:
+      pressed_ = true;
+      if (on_mouse_down) on_mouse_down(args);
+      break;
+    case MouseEventKind::kMove:
+      if (on_mouse_move) on_mouse_move(args);
+      break;
+    case MouseEventKind::kUp: {
+      const bool was_pressed = std::exchange(pressed_, false);
+      const bool inside = args.x >= 0 && args.y >= 0 && args.x < Width() && args.y < Height();
+      if (on_mouse_up) on_mouse_up(args);
+      if (was_pressed && inside && (args.button & kLeftButton) && on_click) on_click();
+      break;
+    }
+    case MouseEventKind::kDblClick:
+      if (on_dbl_click) on_dbl_click();
+      break;
+  }
 }
 
 void Visual::Changed() {

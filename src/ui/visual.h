@@ -32,10 +32,27 @@ class Visual {
   void Move(TwipsRect bounds);
   bool Visible() const { return visible_; }
   void SetVisible(bool visible);
+  // The tip the host shows while the pointer rests on the control.
   const std::string& ToolTipText() const { return tool_tip_; }
-  void SetToolTipText(std::string text) { tool_tip_ = std::move(text); }
+  void SetToolTipText(std::string text);
 
   virtual void Paint(Painter& painter) const = 0;
+
+  // Input from the form. A plain control raises the events below, and a
+  // Click for a left press and release on it; a control with behaviour of
+  // its own overrides these.
+  virtual void MouseInput(MouseEventKind kind, const MouseArgs& args);
+  // The pointer went off the control, or out of the window.
+  virtual void MouseLeft() {}
+  // Only controls that take the focus hear keys.
+  virtual bool CanFocus() const { return false; }
+  virtual void KeyInput(KeyEventKind /*kind*/, int /*key*/, int /*shift*/) {}
+  virtual void FocusChanged(bool /*has_focus*/) {}
+  // Alt and a letter; true when the control took it.
+  virtual bool AccessKeyPress(int /*key*/) { return false; }
+  // The window was activated or deactivated.
+  virtual void ActivationChanged() {}
+  virtual bool HandCursor() const { return false; }
 
   std::function<void(const MouseArgs&)> on_mouse_down, on_mouse_move, on_mouse_up;
   std::function<void()> on_click, on_dbl_click;
@@ -44,6 +61,8 @@ class Visual {
   void Changed();
   // The control's size changed (not its place); owner-drawn controls redraw here.
   virtual void Resized() {}
+  // The form the control is on, or null.
+  Form* HostForm() const { return form_; }
 
  private:
   friend class Form;
@@ -51,6 +70,7 @@ class Visual {
   TwipsRect bounds_;
   bool visible_;
   std::string tool_tip_;
+  bool pressed_ = false;
   Form* form_ = nullptr;
 };
 

@@ -50,19 +50,6 @@ double IntPart(double v) { return std::floor(v); }
 // Truncated to a 16-bit integer, as a colour channel of the gradient is.
 int Channel(double v) { return std::clamp(static_cast<int>(std::trunc(v)), -32768, 32767); }
 
-std::string FontText(const Font& f) { return f.name + "," + NumberText(f.size) + "," + (f.bold ? "1" : "0"); }
-
-Font FontFrom(std::string_view text, const Font& fallback) {
-  const auto first = text.find(','), second = text.rfind(',');
-  if (first == std::string_view::npos || second == first) return fallback;
-  Font f;
-  f.name = std::string(text.substr(0, first));
-  f.size = Val(text.substr(first + 1, second - first - 1));
-  f.bold = text.substr(second + 1) == "1";
-  if (f.name.empty() || !(f.size > 0)) return fallback;
-  return f;
-}
-
 // Letters of a text: bytes, as the program's texts are single-byte.
 std::vector<std::string> Letters(std::string_view text) {
   std::vector<std::string> letters;
@@ -93,7 +80,7 @@ void Caption::ReadProperties(const PropertyBag& bag, const quillet::Font& contai
   border_style_ = number("Borders");
   masked_back_ = flag("Transparent", true);
   auto_size_ = flag("AutoSize", false);
-  font_ = FontFrom(bag.ReadProperty("Font", ""), container_font);
+  font_ = FontFromProperty(bag.ReadProperty("Font", ""), container_font);
   inner_ = colour("CaptionINColor", 0xFFFFFF);
   outer_ = colour("CaptionOUTColor", 0);
   hollow_ = flag("CaptionTransparent", false);
@@ -122,7 +109,7 @@ void Caption::WriteProperties(PropertyBag& bag) const {
   bag.WriteProperty("Borders", std::int64_t{border_style_});
   bag.WriteProperty("Transparent", flag(masked_back_));
   bag.WriteProperty("AutoSize", flag(auto_size_));
-  bag.WriteProperty("Font", FontText(font_));
+  bag.WriteProperty("Font", FontProperty(font_));
   bag.WriteProperty("CaptionINColor", std::int64_t{inner_});
   bag.WriteProperty("CaptionOUTColor", std::int64_t{outer_});
   bag.WriteProperty("CaptionTransparent", flag(hollow_));

@@ -44,12 +44,14 @@ check_size() {
 
 # Window areas away from every card, label and button: the desktop shows in
 # every pixel there. "name:x:y:width:height" in window pixels (157 x 169):
-# the uptime strip is at 4..138 x 22..33, the cards at 0..155 from y 35 on,
-# the handle strip at column 156, rows 48..110.
+# the uptime strip is at 4..138 x 22..33, the power button at 141..153 x
+# 21..33, the cards at 0..155 from y 35 on, the handle strip at column 156,
+# rows 48..110.
 OUTSIDE_AREAS=(
-  "band above the uptime strip, with both top corners:0:0:157:22"
+  "band above the uptime strip, with both top corners:0:0:157:21"
   "strip left of the uptime label:0:22:4:12"
-  "strip right of the uptime label:139:22:18:8"
+  "gap between the uptime label and the power button:139:21:2:13"
+  "strip right of the power button:154:21:2:13"
   "row between the uptime label and the first card:0:34:157:1"
   "column right of the cards, above the handle:156:0:1:48"
   "column right of the cards, below the handle, with the bottom-right corner:156:111:1:58"

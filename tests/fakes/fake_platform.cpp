@@ -142,6 +142,13 @@ std::optional<std::vector<std::uint8_t>> FakeFiles::ReadWholeFile(std::string_vi
   return it->second;
 }
 
+std::optional<std::uint32_t> FakeFiles::Attributes(std::string_view path) {
+  const std::string key(path);
+  if (const auto it = folders.find(key); it != folders.end()) return it->second;
+  if (files.count(key) != 0) return 0x20;  // archive
+  return std::nullopt;
+}
+
 }  // namespace quillet::testing
 
 namespace quillet::testing {

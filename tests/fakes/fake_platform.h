@@ -113,6 +113,8 @@ class FakeFiles : public FileService {
   std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path) override;
   std::map<std::string, std::vector<std::uint8_t>> files;  // by exact path
   std::vector<std::string> unreadable;                     // there, but every read fails
+  std::optional<std::uint32_t> Attributes(std::string_view path) override;
+  std::map<std::string, std::uint32_t> folders;  // by exact path, with their attributes
 };
 
 // The program's pictures as committed under resources/art, found by name.
@@ -133,7 +135,32 @@ class FakeShell : public ShellService {
     calls.push_back({std::string(operation), std::string(file), std::string(parameters), std::string(directory), show});
     return true;
   }
+  bool RunCommandLine(std::string_view command_line, int show) override {
+    runs.push_back({std::string(command_line), show});
+    return true;
+  }
   std::vector<Call> calls;
+  struct Run {
+    std::string command_line;
+    int show;
+    bool operator==(const Run&) const = default;
+  };
+  std::vector<Run> runs;
+};
+
+class FakeSession : public SessionService {
+ public:
+  bool LockWorkStation() override {
+    ++locks;
+    return true;
+  }
+  int locks = 0;
+};
+
+class FakeDevices : public DeviceService {
+ public:
+  void SendMciString(std::string_view command) override { commands.emplace_back(command); }
+  std::vector<std::string> commands;
 };
 
 struct FakePlatform {
@@ -145,7 +172,9 @@ struct FakePlatform {
   FakeFiles files;
   FakeResources resources;
   FakeShell shell;
-  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell};
+  FakeSession session;
+  FakeDevices devices;
+  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices};
 
   std::optional<std::string> Setting(const std::string& key, const std::string& section = "Form1") const {
     return settings.Find(process.exe_name, section, key);

@@ -69,6 +69,11 @@ class HeadlessPeer : public FormPeer {
   void VisibleChanged() override {}
   void WindowStateChanged() override {}
   void Invalidate() override {}
+  void ShowToolTip(const TwipsRect& area, const ToolTip& tip) override { ui_.tip = HeadlessUi::ShownTip{area, tip}; }
+  void HideToolTip() override { ui_.tip.reset(); }
+  int TrackPopupMenu(const PopupMenu& menu, ScreenPoint, int, const TwipsRect&) override {
+    return ui_.on_popup ? ui_.on_popup(menu) : 0;
+  }
 
  private:
   HeadlessUi& ui_;

@@ -54,6 +54,8 @@ class HeadlessUi : public Ui {
   void DoEvents() override;
   ScreenInfo Screen() override { return screen; }
   void ReportError(std::string_view what) override { errors.emplace_back(what); }
+  ScreenPoint PointerPosition() override { return pointer; }
+  bool AppThemed() override { return themed; }
 
   // An event that the next DoEvents runs, as if the user acted while a handler let events run.
   void Post(std::function<void()> event) { queue_.push_back(std::move(event)); }
@@ -65,6 +67,16 @@ class HeadlessUi : public Ui {
   int do_events_calls = 0;
   bool loop_quit = false;
   std::vector<int> alphas;  // every alpha a form's window took, in order
+  ScreenPoint pointer;
+  bool themed = false;
+  // The tip a form shows now, over which area of it.
+  struct ShownTip {
+    TwipsRect area;
+    ToolTip tip;
+  };
+  std::optional<ShownTip> tip;
+  // Plays the user while a pop-up menu is up: the id chosen, 0 to dismiss.
+  std::function<int(const PopupMenu&)> on_popup;
 
  protected:
   void QuitEventLoop() override { loop_quit = true; }

@@ -60,8 +60,18 @@ class Form1Scenario : public ::testing::Test {
     return saves;
   }
 
-  // Mouse input at form coordinates in twips.
-  void Mouse(MouseEventKind kind, int button, int x, int y) { form->DispatchMouse(kind, {button, 0, x, y}); }
+  // Mouse input at form coordinates in twips; the host's pointer follows it.
+  void Mouse(MouseEventKind kind, int button, int x, int y) {
+    ui.pointer = {form->Left() + x, form->Top() + y};
+    form->DispatchMouse(kind, {button, 0, x, y});
+  }
+  void MoveOver(const Visual& v, int dx = 30, int dy = 30) {
+    Mouse(MouseEventKind::kMove, 0, v.Left() + dx, v.Top() + dy);
+  }
+  void ClickOn(const Visual& v, int dx = 30, int dy = 30) {
+    Mouse(MouseEventKind::kDown, kLeftButton, v.Left() + dx, v.Top() + dy);
+    Mouse(MouseEventKind::kUp, kLeftButton, v.Left() + dx, v.Top() + dy);
+  }
 
   FakePlatform fake;
   HeadlessUi ui;

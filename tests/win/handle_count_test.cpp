@@ -14,6 +14,7 @@
 #include "platform/win32/registry_settings_store.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_clock.h"
+#include "platform/win32/win32_devices.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_process.h"
 #include "platform/win32/win32_resources.h"
@@ -77,7 +78,12 @@ class ThreeDrives : public DriveService {
   std::string VolumeLabel(std::string_view) override { return "DISK"; }
 };
 
-// The real services but for dialogs and drives.
+class NoSession : public SessionService {
+ public:
+  bool LockWorkStation() override { return false; }
+};
+
+// The real services but for dialogs, drives and the session.
 struct Services {
   RegistrySettingsStore settings;
   ThreeDrives drives;
@@ -87,7 +93,9 @@ struct Services {
   Win32Files files;
   Win32Resources resources;
   Win32Shell shell;
-  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell};
+  NoSession session;
+  Win32Devices devices;
+  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices};
 };
 
 PicturePtr Solid(int width, int height, std::uint32_t argb) {

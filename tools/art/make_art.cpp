@@ -1,6 +1,7 @@
 // Writes the side bar's pictures as GIF files into one folder: the meter
-// bars, the drive icons, the default card background and the handle strip
-// with its exit button. The same bytes come out on every run.
+// bars, the drive icons, the default card background, the handle strip with
+// its lit exit and options marks, the quick buttons' icons and the side
+// controls. The same bytes come out on every run.
 // Usage: make_art OUT_DIR
 #include <cstdio>
 #include <exception>
@@ -12,6 +13,7 @@
 #include "drive_icons.h"
 #include "gif_file.h"
 #include "panel.h"
+#include "quick_icons.h"
 
 namespace {
 
@@ -63,7 +65,21 @@ std::vector<Output> Outputs() {
       {"drive_removable.gif", [card] { return RemovableDisk(card); }},
       {"normal.gif", [] { return Card(); }},
       {"handle_strip.gif", [] { return HandleStrip(); }},
-      {"exit_button.gif", [] { return ExitButton(); }},
+      {"exit_lit.gif", [] { return ExitLit(); }},
+      {"options_lit.gif", [] { return OptionsLit(); }},
+      {"lock.gif", [] { return Lock(); }},
+      {"search.gif", [] { return Search(); }},
+      {"folder.gif", [] { return Folder(); }},
+      {"task_manager.gif", [] { return TaskManager(); }},
+      {"run.gif", [] { return Run(); }},
+      {"pin_gray.gif", [] { return Pin(PinColour::kGray); }},
+      {"pin_blue.gif", [] { return Pin(PinColour::kBlue); }},
+      {"pin_red.gif", [] { return Pin(PinColour::kRed); }},
+      {"power.gif", [] { return Power(); }},
+      {"windows_folder.gif", [] { return WindowsFolder(); }},
+      {"auto_shutdown.gif", [] { return AutoShutdown(); }},
+      {"magnifier.gif", [] { return Magnifier(); }},
+      {"run_external.gif", [] { return RunExternal(); }},
   };
 }
 

@@ -28,4 +28,10 @@ std::optional<std::vector<std::uint8_t>> Win32Files::ReadWholeFile(std::string_v
   return bytes;
 }
 
+std::optional<std::uint32_t> Win32Files::Attributes(std::string_view path) {
+  const DWORD attributes = ::GetFileAttributesW(Widen(path).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return std::nullopt;
+  return attributes;
+}
+
 }  // namespace quillet::win32

@@ -24,4 +24,17 @@ bool Win32Shell::ShellExecute(std::string_view operation, std::string_view file,
   return reinterpret_cast<INT_PTR>(result) > 32;
 }
 
+bool Win32Shell::RunCommandLine(std::string_view command_line, int show) {
+  std::wstring line = Widen(command_line);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = static_cast<WORD>(show);
+  PROCESS_INFORMATION started{};
+  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
+    return false;
+  const UniqueHandle process(started.hProcess), thread(started.hThread);
+  return true;
+}
+
 }  // namespace quillet::win32

@@ -14,6 +14,7 @@ class Win32Shell : public ShellService {
  public:
   bool ShellExecute(std::string_view operation, std::string_view file, std::string_view parameters,
                     std::string_view directory, int show) override;
+  bool RunCommandLine(std::string_view command_line, int show) override;
 
  private:
   // The address of a shell32 function, loading the library once; null when missing.

@@ -61,7 +61,8 @@ WindowArgs FormWindow::ArgsFor(const Form& form, const PixelScale& scale) {
   return w;
 }
 
-FormWindow::FormWindow(Form& form, PixelScale scale) : form_(form), scale_(scale) {
+FormWindow::FormWindow(Form& form, PixelScale scale, ThemeLibrary& theme)
+    : form_(form), scale_(scale), theme_(theme) {
   if (!Create(ArgsFor(form, scale)))
     throw std::runtime_error("The window of " + form.Name() + " cannot be created");
   if (form.Layering().Layered()) LayeringChanged();
@@ -132,8 +133,30 @@ LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexce
       Paint();
       return 0;
     case WM_MOUSEMOVE:
+      if (!tracking_leave_) {
+        TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, hwnd(), 0};
+        tracking_leave_ = ::TrackMouseEvent(&track) != FALSE;
+      }
       Mouse(MouseEventKind::kMove, ButtonState(wparam), wparam, lparam);
       return 0;
+    case WM_MOUSELEAVE:
+      tracking_leave_ = false;
+      form_.ui().Guard([&] { form_.DispatchMouseLeave(); });
+      return 0;
+    case WM_KEYDOWN:
+    case WM_KEYUP:
+    case WM_CHAR:
+    case WM_SYSCHAR:
+      if (Key(message, wparam)) return 0;
+      break;
+    case WM_SETCURSOR:
+      if (LOWORD(lparam) == HTCLIENT && SetHandCursor()) return TRUE;
+      break;
+    case WM_ACTIVATE: {
+      const bool active = LOWORD(wparam) != WA_INACTIVE;
+      form_.ui().Guard([&] { form_.SetActive(active); });
+      break;
+    }
     case WM_CLOSE:
       // The form decides; unloading it destroys the window.
       form_.RequestClose();
@@ -165,7 +188,7 @@ void FormWindow::Paint() noexcept {
   const RECT& dirty = paint.dirty();
   const int saved = ::SaveDC(target);
   ::IntersectClipRect(target, dirty.left, dirty.top, dirty.right, dirty.bottom);
-  GdiPainter painter(target, scale_, fonts_);
+  GdiPainter painter(target, scale_, fonts_, &theme_);
   form_.ui().Guard([&] { form_.Paint(painter); });
   ::RestoreDC(target, saved);
   if (memory != nullptr)
@@ -183,6 +206,70 @@ void FormWindow::Mouse(MouseEventKind kind, int button, WPARAM wparam, LPARAM lp
   form_.ui().Guard([&] { form_.DispatchMouse(kind, args); });
   // `this` may be gone now; only the window handle is used.
   if (kind == MouseEventKind::kUp && ButtonState(wparam) == 0 && ::GetCapture() == window) ::ReleaseCapture();
+}
+
+bool FormWindow::Key(UINT message, WPARAM wparam) noexcept {
+  int shift = 0;
+  if (::GetKeyState(VK_SHIFT) < 0) shift |= kShiftMask;
+  if (::GetKeyState(VK_CONTROL) < 0) shift |= kCtrlMask;
+  if (::GetKeyState(VK_MENU) < 0) shift |= kAltMask;
+  const int key = static_cast<int>(wparam);
+  bool taken = true;
+  form_.ui().Guard([&] {
+    switch (message) {
+      case WM_KEYDOWN: form_.DispatchKey(KeyEventKind::kDown, key, shift); break;
+      case WM_KEYUP: form_.DispatchKey(KeyEventKind::kUp, key, shift); break;
+      case WM_CHAR: form_.DispatchKey(KeyEventKind::kPress, key, shift); break;
+      default: {
+        // CharUpper takes one character in the low word of its argument.
+        const auto upper = reinterpret_cast<UINT_PTR>(::CharUpperW(reinterpret_cast<LPWSTR>(wparam)));
+        taken = form_.DispatchAccessKey(static_cast<int>(upper & 0xFFFF));
+        break;
+      }
+    }
+  });
+  return taken;
+}
+
+bool FormWindow::SetHandCursor() noexcept {
+  POINT p{};
+  if (!::GetCursorPos(&p) || !::ScreenToClient(hwnd(), &p)) return false;
+  const Visual* v = form_.HitTest(scale_.ToTwips(p.x), scale_.ToTwips(p.y));
+  if (v == nullptr || !v->HandCursor()) return false;
+  ::SetCursor(::LoadCursorW(nullptr, IDC_HAND));
+  return true;
+}
+
+void FormWindow::ShowToolTip(const TwipsRect& area, const ToolTip& tip) {
+  tip_.Show(hwnd(), scale_.ToPixelEdges(area), tip);
+}
+
+void FormWindow::HideToolTip() { tip_.Hide(); }
+
+int FormWindow::TrackPopupMenu(const PopupMenu& menu, ScreenPoint at, int flags, const TwipsRect& exclude) {
+  const UniqueMenu popup(::CreatePopupMenu());
+  if (!popup) return 0;
+  for (const MenuItem& item : menu.items) {
+    if (item.id == 0) {
+      ::AppendMenuW(popup.get(), MF_SEPARATOR, 0, nullptr);
+      continue;
+    }
+    const UINT state = (item.checked ? MF_CHECKED : 0) | (item.enabled ? 0 : MF_GRAYED);
+    ::AppendMenuW(popup.get(), MF_STRING | state, static_cast<UINT_PTR>(item.id), Widen(item.text).c_str());
+  }
+  if (menu.default_item != 0) ::SetMenuDefaultItem(popup.get(), static_cast<UINT>(menu.default_item), FALSE);
+  // Without the foreground the menu would not close when the user clicks elsewhere.
+  ::SetForegroundWindow(hwnd());
+  TPMPARAMS params{sizeof params, scale_.ToPixelEdges(exclude)};
+  const UINT how = static_cast<UINT>(flags) | TPM_RETURNCMD | TPM_VERTICAL;
+  return static_cast<int>(::TrackPopupMenuEx(popup.get(), how, scale_.ToPixels(at.x), scale_.ToPixels(at.y),
+                                             hwnd(), &params));
+}
+
+std::optional<ScreenPoint> FormWindow::ClientOrigin() {
+  POINT p{};
+  if (!::ClientToScreen(hwnd(), &p)) return std::nullopt;
+  return ScreenPoint{scale_.ToTwips(p.x), scale_.ToTwips(p.y)};
 }
 
 void FormWindow::SyncStateFromWindow(WPARAM size_kind) noexcept {

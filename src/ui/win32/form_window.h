@@ -3,12 +3,15 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "ui/form.h"
 #include "ui/win32/back_buffer.h"
 #include "ui/win32/base_window.h"
 #include "ui/win32/gdi_painter.h"
 #include "ui/win32/pixel_scale.h"
+#include "ui/win32/theme.h"
+#include "ui/win32/tool_tip_window.h"
 
 namespace quillet::win32 {
 
@@ -18,7 +21,7 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   static constexpr UINT kClassStyle = CS_DBLCLKS;
 
   // Throws std::runtime_error when the window cannot be made.
-  FormWindow(Form& form, PixelScale scale);
+  FormWindow(Form& form, PixelScale scale, ThemeLibrary& theme);
   ~FormWindow() override;
 
   void BoundsChanged() override;
@@ -27,6 +30,10 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   void Invalidate() override;
   void CaptionChanged() override;
   void LayeringChanged() override;
+  void ShowToolTip(const TwipsRect& area, const ToolTip& tip) override;
+  void HideToolTip() override;
+  int TrackPopupMenu(const PopupMenu& menu, ScreenPoint at, int flags, const TwipsRect& exclude) override;
+  std::optional<ScreenPoint> ClientOrigin() override;
 
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept;
 
@@ -38,11 +45,16 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   void Mouse(MouseEventKind kind, int button, WPARAM wparam, LPARAM lparam) noexcept;
   void SyncStateFromWindow(WPARAM size_kind) noexcept;
   void SyncBoundsFromWindow() noexcept;
+  bool Key(UINT message, WPARAM wparam) noexcept;
+  bool SetHandCursor() noexcept;
 
   Form& form_;
   PixelScale scale_;
+  ThemeLibrary& theme_;
   FontCache fonts_;
   BackBuffer buffer_;
+  ToolTipWindow tip_;
+  bool tracking_leave_ = false;
   // A handler may unload the form and so destroy this object while one of
   // its messages is being answered; the handler's caller checks this first.
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

@@ -150,6 +150,10 @@ void GdiPainter::DrawPicture(const Picture& picture, const TwipsRect& dest) {
   ::AlphaBlend(dc_, r.left, r.top, width, height, source.get(), 0, 0, width, height, blend);
 }
 
+bool GdiPainter::DrawThemedButton(const TwipsRect& rect, int state) {
+  return theme_ != nullptr && theme_->DrawPushButton(dc_, scale_.ToPixelEdges(rect), state);
+}
+
 void GdiPainter::PushLayer(const TwipsRect& rect, Colour fill) {
   Layer layer{dc_, scale_.ToPixelEdges(rect), UniqueDc(::CreateCompatibleDC(dc_)), UniqueBitmap(), nullptr};
   const int w = layer.rect.right - layer.rect.left, h = layer.rect.bottom - layer.rect.top;

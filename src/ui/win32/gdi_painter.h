@@ -10,6 +10,7 @@
 #include "ui/painter.h"
 #include "ui/text_metrics.h"
 #include "ui/win32/pixel_scale.h"
+#include "ui/win32/theme.h"
 
 namespace quillet::win32 {
 
@@ -27,7 +28,8 @@ class FontCache {
 
 class GdiPainter : public Painter {
  public:
-  GdiPainter(HDC dc, PixelScale scale, FontCache& fonts) noexcept : dc_(dc), scale_(scale), fonts_(fonts) {}
+  GdiPainter(HDC dc, PixelScale scale, FontCache& fonts, ThemeLibrary* theme = nullptr) noexcept
+      : dc_(dc), scale_(scale), fonts_(fonts), theme_(theme) {}
   ~GdiPainter() override;
   GdiPainter(const GdiPainter&) = delete;
   GdiPainter& operator=(const GdiPainter&) = delete;
@@ -40,6 +42,7 @@ class GdiPainter : public Painter {
   void DrawPicture(const Picture& picture, const TwipsRect& dest) override;
   void PushLayer(const TwipsRect& rect, Colour fill) override;
   void PopLayer(std::optional<Colour> key) override;
+  bool DrawThemedButton(const TwipsRect& rect, int state) override;
   Colour Resolve(Colour colour) const override { return HostColour(colour); }
 
  private:
@@ -56,6 +59,7 @@ class GdiPainter : public Painter {
   HDC dc_;
   PixelScale scale_;
   FontCache& fonts_;
+  ThemeLibrary* theme_;
   std::vector<Layer> layers_;
 };
 

@@ -7,7 +7,7 @@ namespace quillet::win32 {
 
 Win32Ui::Win32Ui() : scale_(PixelScale::FromScreen()), timers_(*this), metrics_(scale_) {}
 
-std::unique_ptr<FormPeer> Win32Ui::CreatePeer(Form& form) { return std::make_unique<FormWindow>(form, scale_); }
+std::unique_ptr<FormPeer> Win32Ui::CreatePeer(Form& form) { return std::make_unique<FormWindow>(form, scale_, theme_); }
 
 void Win32Ui::DoEvents() {
   MSG msg;
@@ -30,6 +30,14 @@ ScreenInfo Win32Ui::Screen() {
 void Win32Ui::ReportError(std::string_view what) {
   ::MessageBoxW(nullptr, Widen(what).c_str(), L"Quillet", MB_OK | MB_ICONERROR);
 }
+
+ScreenPoint Win32Ui::PointerPosition() {
+  POINT p{};
+  ::GetCursorPos(&p);
+  return {scale_.ToTwips(p.x), scale_.ToTwips(p.y)};
+}
+
+bool Win32Ui::AppThemed() { return theme_.AppThemed(); }
 
 int Win32Ui::Run() {
   MSG msg{};

@@ -4,6 +4,7 @@
 #include "ui/ui.h"
 #include "ui/win32/gdi_painter.h"
 #include "ui/win32/pixel_scale.h"
+#include "ui/win32/theme.h"
 #include "ui/win32/win32_timers.h"
 
 namespace quillet::win32 {
@@ -18,6 +19,8 @@ class Win32Ui final : public Ui {
   void DoEvents() override;
   [[nodiscard]] ScreenInfo Screen() override;
   void ReportError(std::string_view what) override;
+  [[nodiscard]] ScreenPoint PointerPosition() override;
+  [[nodiscard]] bool AppThemed() override;
 
   // Runs the event loop until the program ends; the exit code of WM_QUIT.
   int Run();
@@ -30,6 +33,7 @@ class Win32Ui final : public Ui {
   PixelScale scale_;
   Win32Timers timers_;
   GdiTextMetrics metrics_;
+  ThemeLibrary theme_;
 };
 
 }  // namespace quillet::win32
