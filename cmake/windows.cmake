@@ -19,7 +19,7 @@ target_link_options(Quillet PRIVATE ${QUILLET_STATIC_LINK})
 # The manifest and icon are read by windres; rebuild when they change.
 file(GLOB QUILLET_ART CONFIGURE_DEPENDS resources/art/*.gif)
 set_source_files_properties(resources/Quillet.rc PROPERTIES
-  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/resources/Quillet.manifest;${CMAKE_SOURCE_DIR}/resources/Quillet.ico;${CMAKE_SOURCE_DIR}/resources/art.rc;${QUILLET_ART}")
+  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/resources/Quillet.manifest;${CMAKE_SOURCE_DIR}/resources/Quillet.ico;${CMAKE_SOURCE_DIR}/resources/hand.cur;${CMAKE_SOURCE_DIR}/resources/art.rc;${QUILLET_ART}")
 
 # GoogleTest from Debian's source package, built with this toolchain.
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
@@ -45,3 +45,9 @@ foreach(helper ping_window bare_window)
   target_compile_options(${helper} PRIVATE ${QUILLET_WARNINGS})
   target_link_options(${helper} PRIVATE ${QUILLET_STATIC_LINK})
 endforeach()
+
+# The frame-change benchmark of the GIF player in the Win32 host (bench/wine/frame_bench.sh).
+add_executable(frame_bench_win bench/wine/frame_bench_win.cpp)
+target_link_libraries(frame_bench_win PRIVATE quillet_win32)
+target_compile_options(frame_bench_win PRIVATE ${QUILLET_WARNINGS})
+target_link_options(frame_bench_win PRIVATE ${QUILLET_STATIC_LINK})

@@ -14,7 +14,9 @@
 #include "platform/win32/win32_resources.h"
 #include "platform/win32/win32_session.h"
 #include "platform/win32/win32_shell.h"
+#include "platform/win32/win32_system_info.h"
 #include "shell/Form1.h"
+#include "ui/win32/tray_window.h"
 #include "ui/win32/win32_ui.h"
 
 namespace {
@@ -30,7 +32,10 @@ int RunQuillet() {
   quillet::win32::Win32Shell shell;
   quillet::win32::Win32Session session;
   quillet::win32::Win32Devices devices;
-  quillet::Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices};
+  quillet::win32::Win32SystemInfo system;
+  quillet::win32::TrayWindow tray;
+  quillet::Platform platform{settings, drives, process, clock,   dialogs, files,
+                             resources, shell, session, devices, system,  tray};
 
   quillet::win32::Win32Ui ui;
   quillet::Form1 form1(ui, platform);

@@ -24,6 +24,12 @@ std::optional<std::string> FreeOfText(const std::string& card_text) {
 
 }  // namespace
 
+void Form1::WireEjectButtons() {
+  for (Image* button : {&CMD_EJECT, &CMD_EJECT_USB}) button->SetHandCursor(true);
+  CMD_EJECT.on_click = [this] { CMD_EJECT_Click(); };
+  CMD_EJECT_USB.on_click = [this] { CMD_EJECT_USB_Click(); };
+}
+
 void Form1::WireCard(CardArray array, Visual& element, int i) {
   element.on_mouse_move = [this, array, i](const MouseArgs&) { Card_MouseMove(array, i); };
   // The icon lies over the picture; a click on it goes nowhere.

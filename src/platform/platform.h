@@ -6,11 +6,13 @@
 #include "platform/dialogs.h"
 #include "platform/drives.h"
 #include "platform/files.h"
+#include "platform/notification_area.h"
 #include "platform/process.h"
 #include "platform/resources.h"
 #include "platform/session.h"
 #include "platform/settings_store.h"
 #include "platform/shell.h"
+#include "platform/system_info.h"
 
 namespace quillet {
 
@@ -25,6 +27,8 @@ struct Platform {
   ShellService& shell;
   SessionService& session;
   DeviceService& devices;
+  SystemInfoService& system;
+  NotificationAreaService& tray;
 };
 
 }  // namespace quillet

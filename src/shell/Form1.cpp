@@ -72,6 +72,8 @@ Form1::Form1(Ui& ui, Platform& platform)
       Image11("Image11", {2350, 1030, 300, 270}, false),
       Image16("Image16", {2280, 600, 375, 135}, false),
       DFTrans1(*this),
+      SysTray1(ui, platform.tray),
+      Menu(ui, *this, platform),
       lumbutton1("lumbutton1", {60, 60, 255, 255}, ui, false),
       lumbutton2("lumbutton2", {360, 60, 255, 255}, ui, false),
       lumbutton3("lumbutton3", {660, 60, 255, 255}, ui, false),
@@ -145,6 +147,9 @@ void Form1::LoadArt() {
   Image10.SetPicture(art("WINDOWS_FOLDER"));
   Image17.SetPicture(art("AUTO_SHUTDOWN"));
   Image18.SetPicture(art("MAGNIFIER"));
+  CMD_EJECT.SetPicture(art("EJECT_DISC"));
+  CMD_EJECT_USB.SetPicture(art("EJECT_USB"));
+  Image19.SetPicture(art("DROP_MARKER"));
   lumbutton1.SetPictureNormal(art("LOCK"));
   lumbutton2.SetPictureNormal(art("SEARCH"));
   lumbutton3.SetPictureNormal(art("FOLDER"));
@@ -233,6 +238,10 @@ void Form1::WireVisuals() {
   Caption1.on_mouse_down = [this](const MouseArgs& a) { Caption1_MouseDown(a); };
   Image9.on_click = [this] { Image9_Click(); };
   WireQuickButtons();
+  WireEjectButtons();
+  SysTray1.SetSysTrayToolTip("Quillet");
+  SysTray1.on_left_press = [this] { SysTray1_LeftPress(); };
+  SysTray1.on_right_press = [this] { SysTray1_RightPress(); };
   WireCard(kImageD, ImageD(0), 0);
   WireCard(kImagebar, Imagebar(0), 0);
   WireCard(kCaptionL, CaptionL(0), 0);
@@ -250,6 +259,7 @@ void Form1::Form_Load() {
   LoadSettings();
   PassOver([&] { SetCaption(DecimalText(CaptionL.Count() - 1)); });
   PassOver([&] { Command1.Press(); });
+  PassOver([&] { SysTray1.Show(true); });
   PassOver([&] { Caption1.SetCaption(FormatUptime(static_cast<std::int32_t>(platform_.clock.TickCount()), 3)); });
   PassOver([&] {
     if (Setting("LB").empty()) Save("LB", "E");
@@ -376,13 +386,39 @@ void Form1::Form_Unload() { SavePosition(); }
 void Form1::Form_Resize() {
   if (GetWindowState() == kMinimized) {
     Hide();
+    SysTray1.Show(true);
     in_tray_ = true;
   }
 }
 
 void Form1::Form_Close() { ExitProgram(false); }
 
-void Form1::Image5_DblClick() { SetWindowState(kMinimized); }
+void Form1::Image5_DblClick() {
+  SetWindowState(kMinimized);
+  // Out and in again: the icon is fresh in the tray.
+  SysTray1.Show(false);
+  SysTray1.Show(true);
+}
+
+void Form1::SysTray1_LeftPress() {
+  PassOver([&] {
+    if (GetWindowState() == kNormal) {
+      SetWindowState(kNormal);
+      Invalidate();
+    }
+    if (GetWindowState() == kMinimized) {
+      SetWindowState(kNormal);
+      Show();
+      Invalidate();
+    }
+  });
+}
+
+void Form1::SysTray1_RightPress() {
+  Menu.Load();
+  const int item = TrackPopupMenu(quillet::Menu::Items(), ui().PointerPosition(), 0, {});
+  if (item != 0 && Menu.Loaded()) Menu.ItemClicked(item);
+}
 
 void Form1::Caption1_MouseDown(const MouseArgs& args) {
   // The right button opens the computer folder.
@@ -394,6 +430,7 @@ void Form1::Image9_Click() { ExitProgram(true); }
 
 void Form1::ExitProgram(bool from_exit_button) {
   if (from_exit_button) Timer1.SetEnabled(false);
+  SysTray1.Show(false);
   in_tray_ = false;
   if (GetWindowState() == kNormal) {
     Save("frmTop", SingleText(static_cast<float>(Top())));

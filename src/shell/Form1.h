@@ -13,7 +13,9 @@
 #include "ui/timer.h"
 #include "ui/visual.h"
 #include "widgets/Caption.h"
+#include "shell/Menu.h"
 #include "widgets/DFTrans.h"
+#include "widgets/SysTray.h"
 #include "widgets/lumbutton.h"
 
 namespace quillet {
@@ -38,6 +40,9 @@ class Form1 : public Form {
   void SavePosition();
   std::int16_t PinMode() const { return pin_mode_; }
   bool InTray() const { return in_tray_; }
+  // Saves the place of a normal window, takes the icon out and ends the
+  // program; the exit button also stops the refresh first.
+  void ExitProgram(bool from_exit_button);
 
   // Hidden controls: the program's shared variables.
   HiddenTextBox Text1, Text2, Text3, Text4, Text5, Text6{"1"}, Text8, Text_ND{"0"}, Text_THEME;
@@ -54,6 +59,8 @@ class Form1 : public Form {
   Image Image11;  // options button of the strip, the same
   Image Image16;  // a see-through area above the strip that puts both out
   DFTrans DFTrans1;
+  SysTray SysTray1;
+  quillet::Menu Menu;  // the tray icon's menu, a hidden form
 
   // The hover strip: five quick buttons and the pin.
   lumbutton lumbutton1, lumbutton2, lumbutton3, lumbutton4, lumbutton5;
@@ -118,16 +125,20 @@ class Form1 : public Form {
   // Cards: the same handlers for every element of the four arrays.
   enum CardArray { kImageD, kImagebar, kCaptionL, kDRIVEICON };
   void WireCard(CardArray array, Visual& element, int i);
+  void WireEjectButtons();
   void Card_Click(int i);
   void Card_MouseMove(CardArray array, int i);
   void PlaceEjectButton(Image& button, int i);
+  void CMD_EJECT_Click();
+  void CMD_EJECT_USB_Click();
   // The two handles keep their own grab point and the pointer's last place.
   struct DragHandle {
     std::int16_t x = 0, y = 0;
     ScreenPoint last_screen;
   };
   void DragMove(DragHandle& handle, const MouseArgs& args);
-  void ExitProgram(bool from_exit_button);
+  void SysTray1_LeftPress();
+  void SysTray1_RightPress();
   std::string Setting(std::string_view key, std::string_view fallback = {});
   void Save(std::string_view key, std::string_view value);
 

@@ -1,6 +1,7 @@
 // Drawing surface of a form, in the form's twips.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -28,6 +29,14 @@ struct Picture {
 };
 using PicturePtr = std::shared_ptr<const Picture>;
 
+// 256 colours as 0x00RRGGBB, a palette for 8-bit pixels.
+using Palette = std::array<std::uint32_t, 256>;
+
+// Retained pictures (ui/retained_picture.h).
+class IndexedPicture;
+class ArgbSurface;
+struct PictureRect;
+
 enum class TextAlign { kLeft = 0, kRight = 1, kCenter = 2 };
 
 // Colours handed to a painter may name a system colour (top bit set); the
@@ -45,6 +54,12 @@ class Painter {
   virtual void DrawLine(int x1, int y1, int x2, int y2, Colour colour) = 0;
   // Draws the picture scaled to `dest`.
   virtual void DrawPicture(const Picture& picture, const TwipsRect& dest) = 0;
+  // Part `source` of a retained picture scaled to `dest`; the indexed one in
+  // `colours` with index `transparent` (-1 for none) see-through. A host
+  // that keeps no copy of its own draws them as pictures (the default).
+  virtual void DrawIndexed(const IndexedPicture& picture, const PictureRect& source, const Palette& colours,
+                           int transparent, const TwipsRect& dest);
+  virtual void DrawSurface(const ArgbSurface& surface, const PictureRect& source, const TwipsRect& dest);
   // What is drawn until the matching PopLayer goes onto a layer over `rect`,
   // first filled with `fill` and clipped to `rect`. PopLayer puts the layer
   // on the surface; with a key, every pixel of exactly that colour is left

@@ -62,6 +62,8 @@ class Ui {
   virtual ScreenPoint PointerPosition() = 0;
   // Whether the system draws controls with visual styles.
   virtual bool AppThemed() { return false; }
+  // Closes a pop-up menu that stands open; its TrackPopupMenu returns 0.
+  virtual void EndMenu() {}
 
   // Unloads every loaded form and ends the event loop.
   void EndProgram();

@@ -52,7 +52,9 @@ class Visual {
   virtual bool AccessKeyPress(int /*key*/) { return false; }
   // The window was activated or deactivated.
   virtual void ActivationChanged() {}
-  virtual bool HandCursor() const { return false; }
+  // The hand cursor while the pointer is on the control.
+  virtual bool HandCursor() const { return hand_cursor_; }
+  void SetHandCursor(bool on) { hand_cursor_ = on; }
 
   std::function<void(const MouseArgs&)> on_mouse_down, on_mouse_move, on_mouse_up;
   std::function<void()> on_click, on_dbl_click;
@@ -71,6 +73,7 @@ class Visual {
   bool visible_;
   std::string tool_tip_;
   bool pressed_ = false;
+  bool hand_cursor_ = false;
   Form* form_ = nullptr;
 };
 

@@ -1,7 +1,6 @@
 #include "widgets/gif_canvas.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace quillet {
 namespace {
@@ -89,42 +88,53 @@ GifCanvas::GifCanvas(std::int32_t width, std::int32_t height, bool mask, std::si
   if (width <= 0 || height <= 0) return;
   const auto pixels = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
   if (pixels > max_bytes / sizeof(std::uint32_t)) return;
-  picture_.width = width;
-  picture_.height = height;
-  picture_.pixels.assign(static_cast<std::size_t>(pixels), 0);
+  surface_ = ArgbSurface(width, height, !mask);
+}
+
+void GifCanvas::Mirror(int bits) {
+  if ((bits & 3) == 0) return;
+  MirrorPicture(surface_.Edit(), bits);
+  surface_.TouchAll();
 }
 
 GifCanvas::Rect GifCanvas::Clip(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height) const {
+  const Picture& canvas = surface_.Pixels();
   const auto edge = [](std::int64_t from, std::int64_t size, std::int32_t limit) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(from + std::max<std::int64_t>(size, 0), 0, limit));
   };
   Rect r;
-  r.left = static_cast<std::int32_t>(std::clamp<std::int64_t>(left, 0, picture_.width));
-  r.top = static_cast<std::int32_t>(std::clamp<std::int64_t>(top, 0, picture_.height));
-  r.right = std::max(r.left, edge(left, width, picture_.width));
-  r.bottom = std::max(r.top, edge(top, height, picture_.height));
+  r.left = static_cast<std::int32_t>(std::clamp<std::int64_t>(left, 0, canvas.width));
+  r.top = static_cast<std::int32_t>(std::clamp<std::int64_t>(top, 0, canvas.height));
+  r.right = std::max(r.left, edge(left, width, canvas.width));
+  r.bottom = std::max(r.top, edge(top, height, canvas.height));
   return r;
 }
 
 void GifCanvas::Draw(const GifAnimation& gif, const FrameRecord& f) {
-  const auto width = static_cast<std::size_t>(picture_.width);
+  Picture& canvas = surface_.Edit();
+  Touch(Clip(f.Left, f.Top, f.Width, f.Height));
+  const auto width = static_cast<std::size_t>(canvas.width);
   ForEachPixel(gif, f, [&](std::int32_t x, std::int32_t y, std::uint32_t argb) {
     const std::int32_t cx = f.Left + x, cy = f.Top + y;
-    if (argb == 0 || cx < 0 || cy < 0 || cx >= picture_.width || cy >= picture_.height) return;
-    picture_.pixels[static_cast<std::size_t>(cy) * width + static_cast<std::size_t>(cx)] = argb;
+    if (argb == 0 || cx < 0 || cy < 0 || cx >= canvas.width || cy >= canvas.height) return;
+    canvas.pixels[static_cast<std::size_t>(cy) * width + static_cast<std::size_t>(cx)] = argb;
   });
 }
 
 void GifCanvas::ComposeBefore(const GifAnimation& gif, std::int32_t frame) {
   if (!Exists() || !ValidFrame(gif, frame)) return;
   const FrameRecord& f = gif.Frames[static_cast<std::size_t>(frame - 1)];
-  const auto width = static_cast<std::size_t>(picture_.width);
-  if (frame == 1) std::fill(picture_.pixels.begin(), picture_.pixels.end(), 0u);
+  Picture& canvas = surface_.Edit();
+  const auto width = static_cast<std::size_t>(canvas.width);
+  if (frame == 1) {
+    std::fill(canvas.pixels.begin(), canvas.pixels.end(), 0u);
+    surface_.TouchAll();
+  }
   if (f.Disposal == 3) {
     saved_rect_ = Clip(f.Left, f.Top, f.Width, f.Height);
     saved_.clear();
     for (std::int32_t y = saved_rect_.top; y < saved_rect_.bottom; ++y) {
-      const auto row = picture_.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width);
+      const auto row = canvas.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width);
       saved_.insert(saved_.end(), row + saved_rect_.left, row + saved_rect_.right);
     }
   }
@@ -135,8 +145,10 @@ void GifCanvas::Backfill(const GifAnimation& gif, std::int32_t frame, std::int32
                          std::uint32_t pixel) {
   if (!Exists() || !ValidFrame(gif, frame)) return;
   const Rect r = Clip(0, 0, width, height);
+  Picture& canvas = surface_.Edit();
+  Touch(r);
   for (std::int32_t y = r.top; y < r.bottom; ++y) {
-    const auto row = picture_.pixels.begin() + static_cast<std::ptrdiff_t>(y) * picture_.width;
+    const auto row = canvas.pixels.begin() + static_cast<std::ptrdiff_t>(y) * canvas.width;
     std::fill(row + r.left, row + r.right, pixel);
   }
   Draw(gif, gif.Frames[static_cast<std::size_t>(frame - 1)]);
@@ -145,38 +157,27 @@ void GifCanvas::Backfill(const GifAnimation& gif, std::int32_t frame, std::int32
 void GifCanvas::ComposeAfter(const GifAnimation& gif, std::int32_t frame) {
   if (!Exists() || !ValidFrame(gif, frame)) return;
   const FrameRecord& f = gif.Frames[static_cast<std::size_t>(frame - 1)];
-  const auto width = static_cast<std::size_t>(picture_.width);
+  Picture& canvas = surface_.Edit();
+  const auto width = static_cast<std::size_t>(canvas.width);
   if (f.Disposal == 2) {
     const Rect r = Clip(f.Left, f.Top, f.Width, f.Height);
+    Touch(r);
     for (std::int32_t y = r.top; y < r.bottom; ++y)
-      std::fill_n(picture_.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width +
+      std::fill_n(canvas.pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width +
                                                                         static_cast<std::size_t>(r.left)),
                   r.right - r.left, 0u);
   } else if (f.Disposal == 3) {
+    Touch(saved_rect_);
     auto source = saved_.begin();
     const auto span = static_cast<std::ptrdiff_t>(saved_rect_.right - saved_rect_.left);
     for (std::int32_t y = saved_rect_.top; y < saved_rect_.bottom && source + span <= saved_.end(); ++y) {
       std::copy(source, source + span,
-                picture_.pixels.begin() +
+                canvas.pixels.begin() +
                     static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width +
                                                 static_cast<std::size_t>(saved_rect_.left)));
       source += span;
     }
   }
-}
-
-Picture GifCanvas::Shown(std::int32_t width, std::int32_t height) const {
-  const Rect r = Clip(0, 0, width, height);
-  Picture shown;
-  shown.width = r.right;
-  shown.height = r.bottom;
-  shown.pixels.reserve(static_cast<std::size_t>(r.right) * static_cast<std::size_t>(r.bottom));
-  const std::uint32_t fill = mask_ ? 0u : kOpaque;
-  for (std::int32_t y = 0; y < r.bottom; ++y) {
-    const auto row = picture_.pixels.begin() + static_cast<std::ptrdiff_t>(y) * picture_.width;
-    std::transform(row, row + r.right, std::back_inserter(shown.pixels), [fill](std::uint32_t p) { return p | fill; });
-  }
-  return shown;
 }
 
 }  // namespace quillet

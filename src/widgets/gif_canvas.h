@@ -1,14 +1,16 @@
 // Turning unpacked GIF frames into pixels: one frame alone, or composed onto
 // a canvas that remembers earlier frames. Alpha 0 stands for the mask's
-// white: what lies behind shows there.
+// white: what lies behind shows there. The canvas is a retained surface that
+// marks what each step changes, so a host's copy of it follows by the
+// changed rectangle alone.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 #include "ui/painter.h"
+#include "ui/retained_picture.h"
 #include "widgets/gif/gif_types.h"
 
 namespace quillet {
@@ -38,7 +40,7 @@ class GifCanvas {
   // Stays empty (Exists() false) when a side is under 1 or the pixels would pass `max_bytes`.
   GifCanvas(std::int32_t width, std::int32_t height, bool mask, std::size_t max_bytes = kMaxCanvasBytes);
 
-  bool Exists() const { return picture_.width > 0; }
+  bool Exists() const { return surface_.Pixels().width > 0; }
   bool HasMask() const { return mask_; }
   // Before drawing a frame: frame 1 clears everything; disposal 3 keeps the
   // frame's rectangle for later; then the frame is drawn in.
@@ -49,12 +51,12 @@ class GifCanvas {
   // again over it: a filled control keeps no trace of earlier frames there.
   void Backfill(const GifAnimation& gif, std::int32_t frame, std::int32_t width, std::int32_t height,
                 std::uint32_t pixel);
-  // What the control shows, cut to at most width by height from the top
-  // left: without a mask the canvas is opaque, black where nothing was drawn.
-  Picture Shown(std::int32_t width = std::numeric_limits<std::int32_t>::max(),
-                std::int32_t height = std::numeric_limits<std::int32_t>::max()) const;
-  Picture& Pixels() { return picture_; }
-  const Picture& Pixels() const { return picture_; }
+  // What the control shows: without a mask the canvas is opaque, black
+  // where nothing was drawn.
+  const ArgbSurface& Surface() const { return surface_; }
+  const Picture& Pixels() const { return surface_.Pixels(); }
+  // Flips the canvas as the frames are flipped (see MirrorFrames).
+  void Mirror(int bits);
 
  private:
   struct Rect {
@@ -62,8 +64,9 @@ class GifCanvas {
   };
   Rect Clip(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height) const;
   void Draw(const GifAnimation& gif, const FrameRecord& f);
+  void Touch(const Rect& r) { surface_.Touch({r.left, r.top, r.right - r.left, r.bottom - r.top}); }
 
-  Picture picture_;
+  ArgbSurface surface_;
   bool mask_ = false;
   Rect saved_rect_;
   std::vector<std::uint32_t> saved_;

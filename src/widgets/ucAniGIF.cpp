@@ -35,6 +35,7 @@ std::int32_t ucAniGIF::LoadGifBytes(std::vector<std::uint8_t> bytes) {
     options.DesignTime = args_.design_time;
     options.MaxStripBytes = args_.max_strip_bytes;
     count = reader_.LoadGifBytes(std::move(bytes), options);
+    StripChanged();
   }
   const GifAnimation& gif = reader_.Animation();
   if (count > 0 && gif.Plan.NeedsCanvas) {
@@ -57,6 +58,7 @@ std::int32_t ucAniGIF::LoadGifBytes(std::vector<std::uint8_t> bytes) {
 void ucAniGIF::ClearGif() {
   KillTimers();
   reader_.ClearGif();
+  StripChanged();
   canvas_ = GifCanvas();
   current_frame_ = 0;
   play_state_ = kStopped;
@@ -156,6 +158,7 @@ void ucAniGIF::UnpackTick() {
   if (unpack_timer_) timers_.StopTimer(*unpack_timer_);
   unpack_timer_.reset();
   reader_.BuildFrameStrip(false);
+  StripChanged();
   FinishUnpacking();
 }
 
@@ -258,11 +261,20 @@ void ucAniGIF::MirrorAll(int target, bool first_only) {
   GifAnimation& gif = reader_.Animation();
   MirrorFrames(gif, target ^ first_mirrored_, 1, 1);
   first_mirrored_ = target;
-  if (first_only) return;
+  if (first_only) {
+    StripChanged();
+    return;
+  }
   const int diff = target ^ rest_mirrored_;
   MirrorFrames(gif, diff, 2, gif.FrameCount());
-  if (canvas_.Exists()) MirrorPicture(canvas_.Pixels(), diff);
+  if (canvas_.Exists()) canvas_.Mirror(diff);
   rest_mirrored_ = target;
+  StripChanged();
+}
+
+void ucAniGIF::StripChanged() {
+  const FrameStrip& strip = reader_.Animation().Strip;
+  strip_.SetPixels(strip.Bits.data(), strip.Width, strip.Height, strip.Stride);
 }
 
 void ucAniGIF::SetAction(int value) {
@@ -406,12 +418,19 @@ void ucAniGIF::Paint(Painter& painter) const {
     PaintCanvas(painter, sx, sy);
     return;
   }
-  const Picture frame = FramePicture(gif, current_frame_);
   const FrameRecord& f = gif.Frames[static_cast<std::size_t>(current_frame_ - 1)];
   const double w = std::round(f.Width * sx), h = std::round(f.Height * sy);
-  if (w < 1 || h < 1 || frame.width == 0) return;
-  painter.DrawPicture(frame, ToTwips(std::round((f.Left + static_cast<double>(offset_x_)) * sx),
-                                     std::round((f.Top + static_cast<double>(offset_y_)) * sy), w, h));
+  if (w < 1 || h < 1 || f.Width <= 0 || f.Height <= 0 || f.StripX < 0 || f.StripX + f.Width > gif.Strip.Width ||
+      f.Height > gif.Strip.Height)
+    return;
+  // A frame change is a change of the colours its part of the strip is drawn in.
+  static constexpr Palette kNoColours{};
+  const auto table = static_cast<std::size_t>(f.ColorTable);
+  painter.DrawIndexed(strip_, {f.StripX, 0, f.Width, f.Height},
+                      table < gif.ColorTables.size() ? gif.ColorTables[table].Colors : kNoColours,
+                      f.TransparentFlag == 1 ? f.TransparentIndex : -1,
+                      ToTwips(std::round((f.Left + static_cast<double>(offset_x_)) * sx),
+                              std::round((f.Top + static_cast<double>(offset_y_)) * sy), w, h));
 }
 
 void ucAniGIF::PaintCanvas(Painter& painter, double sx, double sy) const {
@@ -425,13 +444,14 @@ void ucAniGIF::PaintCanvas(Painter& painter, double sx, double sy) const {
                      OpaquePixel(painter.Resolve(back_color_)));
   const int w = InnerWidth(), h = InnerHeight();
   if (w >= 1 && h >= 1) {
+    const Picture& canvas = canvas_.Pixels();
     if (sx != 1.0 || sy != 1.0) {
       // Scaled, the canvas fills the whole control, even with one factor for both axes.
-      painter.DrawPicture(canvas_.Shown(), ToTwips(offset_x_, offset_y_, w, h));
+      painter.DrawSurface(canvas_.Surface(), {0, 0, canvas.width, canvas.height}, ToTwips(offset_x_, offset_y_, w, h));
     } else {
       // At natural size, as much as the control holds.
-      const Picture shown = canvas_.Shown(w, h);
-      painter.DrawPicture(shown, ToTwips(offset_x_, offset_y_, shown.width, shown.height));
+      const PictureRect shown{0, 0, std::min(w, canvas.width), std::min(h, canvas.height)};
+      painter.DrawSurface(canvas_.Surface(), shown, ToTwips(offset_x_, offset_y_, shown.width, shown.height));
     }
   }
   if (gif.Frames[static_cast<std::size_t>(current_frame_ - 1)].Disposal >= 2) canvas_.ComposeAfter(gif, current_frame_);

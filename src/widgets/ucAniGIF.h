@@ -13,6 +13,7 @@
 #include "core/system_colours.h"
 #include "platform/files.h"
 #include "ui/property_bag.h"
+#include "ui/retained_picture.h"
 #include "ui/timer_service.h"
 #include "ui/visual.h"
 #include "widgets/gif/gif_reader.h"
@@ -120,6 +121,8 @@ class ucAniGIF : public Visual {
   void ComputeScale();
   void ResizeToFit();
   void MirrorAll(int target, bool first_only);
+  // Tells the strip's picture that the strip has moved or its pixels changed.
+  void StripChanged();
   bool Loaded() const { return current_frame_ != 0; }
   int InnerWidth() const;
   int InnerHeight() const;
@@ -128,6 +131,9 @@ class ucAniGIF : public Visual {
   TimerService& timers_;
   ucAniGIFArgs args_;
   GifReader reader_;
+  // The frame strip as a retained picture: a host keeps its copy from one
+  // frame to the next and a frame change swaps its colours alone.
+  IndexedPicture strip_;
   mutable GifCanvas canvas_;
 
   std::int32_t offset_x_ = 0, offset_y_ = 0;

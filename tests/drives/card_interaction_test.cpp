@@ -63,6 +63,40 @@ TEST_F(CardInteraction, EjectButtonsComeOutOnRemovableAndLoadedDiscCardsAndDontJ
   EXPECT_EQ(form->CMD_EJECT.Top(), form->ImageD(4).Top());
 }
 
+TEST_F(CardInteraction, EjectButtonsOpenTheDoorOrEjectTheStickOnTheirFamilysPath) {
+  Start();
+  MoveOver(Text(4), 900, 60);
+  ClickOn(form->CMD_EJECT);
+  EXPECT_EQ(fake.devices.commands,
+            (std::vector<std::string>{"Open G:: Alias DriveG: Type CDAudio", "Set DriveG: Door Open"}));
+  EXPECT_FALSE(form->CMD_EJECT.Visible());
+
+  // NT: the storage driver ejects, the button and card stay till the hover ends.
+  fake.devices.commands.clear();
+  ui.timers.Advance(2000);
+  MoveOver(Text(3), 900, 60);
+  ClickOn(form->CMD_EJECT_USB);
+  EXPECT_EQ(fake.devices.commands, (std::vector<std::string>{"eject F:"}));
+  EXPECT_TRUE(form->CMD_EJECT_USB.Visible());
+  // The 9x family: the block device request on drive 6, then hidden.
+  fake.devices.nt = false;
+  ClickOn(form->CMD_EJECT_USB);
+  ASSERT_EQ(fake.devices.ioctls.size(), 1u);
+  EXPECT_EQ(fake.devices.ioctls[0], (std::array<std::uint32_t, 7>{6, 0, 0x849, 0x440D, 0, 0, 0}));
+  EXPECT_FALSE(form->CMD_EJECT_USB.Visible());
+
+  // A field whose drive has changed its type since: nothing.
+  fake.devices.commands.clear();
+  form->usb_drive_field = "C:";
+  form->cd_drive_field = "F:";
+  form->CMD_EJECT_USB.SetVisible(true);
+  ClickOn(form->CMD_EJECT_USB);
+  form->CMD_EJECT.SetVisible(true);
+  ClickOn(form->CMD_EJECT);
+  EXPECT_TRUE(fake.devices.commands.empty());
+  EXPECT_EQ(fake.devices.ioctls.size(), 1u);
+}
+
 TEST(CardInteractionLimit, CardsAfterTheTwentyFourthOpenNothing) {
   FakePlatform fake;
   for (char letter = 'B'; letter <= 'Z'; ++letter) fake.drives.drives[letter] = FakeDrives::Sized(1ull << 30, 1ull << 29);

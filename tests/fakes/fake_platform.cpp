@@ -142,6 +142,32 @@ std::optional<std::vector<std::uint8_t>> FakeFiles::ReadWholeFile(std::string_vi
   return it->second;
 }
 
+namespace {
+
+class FakeKey : public RegistryKey {
+ public:
+  FakeKey(const std::map<std::string, std::string>& values, bool close_fails)
+      : values_(values), close_fails_(close_fails) {}
+  std::optional<std::string> QueryString(std::string_view name, std::size_t) override {
+    const auto it = values_.find(std::string(name));
+    if (it == values_.end()) return std::nullopt;
+    return it->second;
+  }
+  bool Close() override { return !close_fails_; }
+
+ private:
+  std::map<std::string, std::string> values_;
+  bool close_fails_;
+};
+
+}  // namespace
+
+std::unique_ptr<RegistryKey> FakeSystemInfo::OpenMachineKey(std::string_view path) {
+  const auto it = keys.find(std::string(path));
+  if (it == keys.end()) return nullptr;
+  return std::make_unique<FakeKey>(it->second, close_fails);
+}
+
 std::optional<std::uint32_t> FakeFiles::Attributes(std::string_view path) {
   const std::string key(path);
   if (const auto it = folders.find(key); it != folders.end()) return it->second;

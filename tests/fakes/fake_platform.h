@@ -1,6 +1,7 @@
 // In-memory stand-ins for the machine: settings, drives, process, clock, dialogs.
 #pragma once
 
+#include <array>
 #include <condition_variable>
 #include <deque>
 #include <memory>
@@ -93,7 +94,9 @@ class FakeProcess : public ProcessService {
 class FakeClock : public ClockService {
  public:
   std::uint32_t TickCount() override { return ticks; }
+  std::optional<std::uint32_t> LastInputTick() override { return last_input; }
   std::uint32_t ticks = 0;
+  std::optional<std::uint32_t> last_input = 0;
 };
 
 class ScriptedDialogs : public DialogService {
@@ -157,10 +160,49 @@ class FakeSession : public SessionService {
   int locks = 0;
 };
 
+// The notification area: what was sent, and the icon standing there.
+class FakeTray : public NotificationAreaService {
+ public:
+  bool NotifyIcon(int message, const NotifyIconRecord& record) override {
+    sent.push_back(message);
+    if (message == kNotifyAdd) icons.push_back(record);
+    if (message == kNotifyModify && !icons.empty()) icons.back() = record;
+    if (message == kNotifyDelete && !icons.empty()) icons.pop_back();
+    return true;
+  }
+  // A press on the icon, as the system reports it.
+  void Press(int mouse_message) {
+    if (on_icon_event) on_icon_event(mouse_message);
+  }
+  std::vector<int> sent;
+  std::vector<NotifyIconRecord> icons;
+};
+
+// A version, and machine registry keys with their text values.
+class FakeSystemInfo : public SystemInfoService {
+ public:
+  std::optional<OsVersion> Version() override { return version; }
+  std::unique_ptr<RegistryKey> OpenMachineKey(std::string_view path) override;
+  std::optional<OsVersion> version = OsVersion{2, 6, 1};
+  std::map<std::string, std::map<std::string, std::string>> keys;
+  bool close_fails = false;
+};
+
 class FakeDevices : public DeviceService {
  public:
   void SendMciString(std::string_view command) override { commands.emplace_back(command); }
-  std::vector<std::string> commands;
+  bool NtFamily() override { return nt; }
+  bool EjectMedia(std::string_view drive) override {
+    commands.push_back("eject " + std::string(drive));
+    return true;
+  }
+  bool DosIoctl(const std::array<std::uint32_t, 7>& registers) override {
+    ioctls.push_back(registers);
+    return true;
+  }
+  std::vector<std::string> commands;  // media control strings and "eject F:"
+  std::vector<std::array<std::uint32_t, 7>> ioctls;
+  bool nt = true;
 };
 
 struct FakePlatform {
@@ -174,7 +216,9 @@ struct FakePlatform {
   FakeShell shell;
   FakeSession session;
   FakeDevices devices;
-  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices};
+  FakeSystemInfo system;
+  FakeTray tray;
+  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices, system, tray};
 
   std::optional<std::string> Setting(const std::string& key, const std::string& section = "Form1") const {
     return settings.Find(process.exe_name, section, key);

@@ -56,6 +56,7 @@ class HeadlessUi : public Ui {
   void ReportError(std::string_view what) override { errors.emplace_back(what); }
   ScreenPoint PointerPosition() override { return pointer; }
   bool AppThemed() override { return themed; }
+  void EndMenu() override { ++menus_ended; }
 
   // An event that the next DoEvents runs, as if the user acted while a handler let events run.
   void Post(std::function<void()> event) { queue_.push_back(std::move(event)); }
@@ -69,6 +70,7 @@ class HeadlessUi : public Ui {
   std::vector<int> alphas;  // every alpha a form's window took, in order
   ScreenPoint pointer;
   bool themed = false;
+  int menus_ended = 0;
   // The tip a form shows now, over which area of it.
   struct ShownTip {
     TwipsRect area;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <fstream>
@@ -442,6 +443,59 @@ TEST(ucAniGIF, AFilledControlFillsUnderEachFrameOnTheCanvasToo) {
       EXPECT_EQ(EdgesOf(first.rect), (Edges{0, 0, 60, 60}));
     } else {
       EXPECT_NE(first.kind, RecordingPainter::Op::kFill);
+    }
+  }
+}
+
+// A host that keeps a copy of each retained picture and brings it up to date only by what the picture says has
+// changed (new pixels of the strip, the canvas's dirty rectangle), as the Win32 host does.
+struct CopyingHost : RecordingPainter {
+  std::vector<std::uint8_t> strip;
+  std::uint64_t version = ~std::uint64_t{0};
+  Picture canvas;
+  void DrawIndexed(const IndexedPicture& p, const PictureRect& source, const Palette& colours, int transparent,
+                   const TwipsRect& dest) override {
+    if (p.Version() != version) strip.assign(p.Bits(), p.Bits() + p.Stride() * p.Height());
+    version = p.Version();
+    IndexedPicture copy;
+    copy.SetPixels(strip.data(), p.Width(), p.Height(), p.Stride());
+    RecordingPainter::DrawIndexed(copy, source, colours, transparent, dest);
+  }
+  void DrawSurface(const ArgbSurface& s, const PictureRect& source, const TwipsRect& dest) override {
+    const PictureRect d = s.TakeDirty();
+    if (canvas.width != s.Pixels().width) canvas = s.Pixels();
+    for (int y = d.top; y < d.top + d.height; ++y) {
+      const auto row = static_cast<std::size_t>(y * canvas.width + d.left);
+      std::copy_n(s.Pixels().pixels.begin() + static_cast<std::ptrdiff_t>(row), d.width,
+                  canvas.pixels.begin() + static_cast<std::ptrdiff_t>(row));
+    }
+    ArgbSurface copy(canvas.width, canvas.height, s.Opaque());
+    copy.Edit() = canvas;
+    RecordingPainter::DrawSurface(copy, source, dest);
+  }
+};
+
+// Every frame, through mirroring, a filled background and a palette change, is drawn the same by a host that keeps
+// copies as by one that takes the pixels afresh each time.
+TEST(ucAniGIF, AHostKeepingCopiesDrawsWhatIsComposed) {
+  TestImage holed = Solid(4, 4, 0);
+  for (int y = 0; y < 4; ++y) holed.pixels[static_cast<std::size_t>(y * 4 + 2)] = 3;
+  const Bytes canvas = Gif({{holed, 10, 0, 3}, {Solid(2, 2, 1, 1, 1), 10, 3}, {Solid(1, 1, 2, 3, 3), 10, 2},
+                            {Solid(2, 1, 1, 0, 0), 10, 1}});
+  const Bytes strip = Gif({{holed, 10, 2, 3}, {Solid(3, 2, 1, 1, 1), 10, 2}});
+  for (const Bytes& bytes : {canvas, strip}) {
+    Player p(0);
+    ASSERT_TRUE(p.gif.LoadAnimatedGIF_Array(bytes));
+    CopyingHost host;
+    for (int step = 0; step < 12; ++step, p.timers.Advance(100)) {
+      SCOPED_TRACE(::testing::Message() << "step " << step << (bytes == canvas ? " on the canvas" : " from the strip"));
+      if (step == 3) p.gif.SetMirrored(3);
+      if (step == 6) p.gif.SetBackStyle(1);
+      if (step == 8) p.gif.SetPalette(0, {0x102030, 0x405060, 0x708090, 0xA0B0C0});
+      const Drawn kept = Paint(p.gif, host);
+      const Drawn fresh = Paint(p.gif);
+      EXPECT_EQ(kept.picture.pixels, fresh.picture.pixels);
+      EXPECT_EQ(EdgesOf(kept.where), EdgesOf(fresh.where));
     }
   }
 }

@@ -19,6 +19,7 @@
 #include "platform/win32/win32_process.h"
 #include "platform/win32/win32_resources.h"
 #include "platform/win32/win32_shell.h"
+#include "platform/win32/win32_system_info.h"
 #include "shell/Form1.h"
 #include "ui/win32/win32_ui.h"
 
@@ -83,7 +84,12 @@ class NoSession : public SessionService {
   bool LockWorkStation() override { return false; }
 };
 
-// The real services but for dialogs, drives and the session.
+class NoTray : public NotificationAreaService {
+ public:
+  bool NotifyIcon(int, const NotifyIconRecord&) override { return true; }
+};
+
+// The real services but for dialogs, drives, the session and the tray.
 struct Services {
   RegistrySettingsStore settings;
   ThreeDrives drives;
@@ -95,7 +101,9 @@ struct Services {
   Win32Shell shell;
   NoSession session;
   Win32Devices devices;
-  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices};
+  Win32SystemInfo system;
+  NoTray tray;
+  Platform platform{settings, drives, process, clock, dialogs, files, resources, shell, session, devices, system, tray};
 };
 
 PicturePtr Solid(int width, int height, std::uint32_t argb) {

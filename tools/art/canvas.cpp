@@ -149,4 +149,15 @@ Picture Canvas::Finish(const Paint& backdrop) const {
   return out;
 }
 
+Picture Canvas::Soft() const {
+  Picture out{width_, height_, std::vector<std::uint32_t>(pixels_.size(), 0)};
+  for (std::size_t i = 0; i < pixels_.size(); ++i) {
+    const Pixel& p = pixels_[i];
+    const std::uint32_t alpha = Byte(p.a);
+    if (alpha == 0) continue;
+    out.pixels[i] = alpha << 24 | Byte(p.r / p.a) << 16 | Byte(p.g / p.a) << 8 | Byte(p.b / p.a);
+  }
+  return out;
+}
+
 }  // namespace quillet::art

@@ -74,6 +74,8 @@ class Canvas {
   // The same with the matte taken pixel by pixel: for a picture drawn over
   // a known background, its outline then blends with that background.
   Picture Finish(const Paint& matte) const;
+  // The pixels with their own alpha, for formats that keep it (icons, cursors).
+  Picture Soft() const;
 
  private:
   struct Pixel {

@@ -8,6 +8,7 @@ namespace quillet::win32 {
 class Win32Clock : public ClockService {
  public:
   [[nodiscard]] std::uint32_t TickCount() override;
+  [[nodiscard]] std::optional<std::uint32_t> LastInputTick() override;
 };
 
 }  // namespace quillet::win32

@@ -4,6 +4,12 @@
 
 namespace quillet::win32 {
 
-bool Win32Session::LockWorkStation() { return ::LockWorkStation() != FALSE; }
+bool Win32Session::LockWorkStation() {
+  if (dry_run_.Active()) {
+    dry_run_.Record("lock");
+    return true;
+  }
+  return ::LockWorkStation() != FALSE;
+}
 
 }  // namespace quillet::win32

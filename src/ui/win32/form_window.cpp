@@ -236,7 +236,10 @@ bool FormWindow::SetHandCursor() noexcept {
   if (!::GetCursorPos(&p) || !::ScreenToClient(hwnd(), &p)) return false;
   const Visual* v = form_.HitTest(scale_.ToTwips(p.x), scale_.ToTwips(p.y));
   if (v == nullptr || !v->HandCursor()) return false;
-  ::SetCursor(::LoadCursorW(nullptr, IDC_HAND));
+  // The program's own hand, else the system's.
+  HCURSOR hand = ::LoadCursorW(::GetModuleHandleW(nullptr), L"HAND_CURSOR");
+  if (hand == nullptr) hand = ::LoadCursorW(nullptr, IDC_HAND);
+  ::SetCursor(hand);
   return true;
 }
 

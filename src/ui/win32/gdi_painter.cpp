@@ -5,6 +5,8 @@
 
 #include "platform/win32/wide_text.h"
 #include "ui/resample.h"
+#include "ui/retained_picture.h"
+#include "ui/win32/retained_bitmaps.h"
 
 namespace quillet::win32 {
 namespace {
@@ -148,6 +150,53 @@ void GdiPainter::DrawPicture(const Picture& picture, const TwipsRect& dest) {
   const ScopedSelectObject select(source.get(), bitmap.get());
   const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   ::AlphaBlend(dc_, r.left, r.top, width, height, source.get(), 0, 0, width, height, blend);
+}
+
+void GdiPainter::DrawIndexed(const IndexedPicture& picture, const PictureRect& source, const Palette& colours,
+                             int transparent, const TwipsRect& dest) {
+  const RECT r = scale_.ToPixelEdges(dest);
+  if (r.right - r.left != source.width || r.bottom - r.top != source.height) {
+    Painter::DrawIndexed(picture, source, colours, transparent, dest);
+    return;
+  }
+  DibCopy* copy = CurrentCopy(picture);
+  if (copy == nullptr || source.Empty()) return;
+  const auto blit = [&](DWORD rop) {
+    ::BitBlt(dc_, r.left, r.top, source.width, source.height, copy->dc(), source.left, source.top, rop);
+  };
+  if (transparent < 0 || transparent > 255) {
+    copy->SetColours(colours);
+    blit(SRCCOPY);
+    return;
+  }
+  // A mask first (see-through white, the rest black) ANDed on, then the
+  // colours with the see-through index black ORed on.
+  Palette mask{};
+  mask[static_cast<std::size_t>(transparent)] = 0xFFFFFF;
+  copy->SetColours(mask);
+  blit(SRCAND);
+  Palette shown = colours;
+  shown[static_cast<std::size_t>(transparent)] = 0;
+  copy->SetColours(shown);
+  blit(SRCPAINT);
+}
+
+void GdiPainter::DrawSurface(const ArgbSurface& surface, const PictureRect& source, const TwipsRect& dest) {
+  const RECT r = scale_.ToPixelEdges(dest);
+  if (r.right - r.left != source.width || r.bottom - r.top != source.height) {
+    Painter::DrawSurface(surface, source, dest);
+    return;
+  }
+  DibCopy* copy = CurrentCopy(surface);
+  if (copy == nullptr || source.Empty()) return;
+  if (surface.Opaque()) {
+    ::BitBlt(dc_, r.left, r.top, source.width, source.height, copy->dc(), source.left, source.top, SRCCOPY);
+    return;
+  }
+  // The surface's pixels are premultiplied as they are (alpha 0 or 255).
+  const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+  ::AlphaBlend(dc_, r.left, r.top, source.width, source.height, copy->dc(), source.left, source.top, source.width,
+               source.height, blend);
 }
 
 bool GdiPainter::DrawThemedButton(const TwipsRect& rect, int state) {

@@ -40,6 +40,11 @@ class GdiPainter : public Painter {
   void DrawTextAt(int x, int y, std::string_view text, const Font& font, Colour colour) override;
   void DrawLine(int x1, int y1, int x2, int y2, Colour colour) override;
   void DrawPicture(const Picture& picture, const TwipsRect& dest) override;
+  // At natural size from the picture's own bitmap (ui/win32/retained_bitmaps.h);
+  // scaled, as a picture, for the resampling of DrawPicture.
+  void DrawIndexed(const IndexedPicture& picture, const PictureRect& source, const Palette& colours, int transparent,
+                   const TwipsRect& dest) override;
+  void DrawSurface(const ArgbSurface& surface, const PictureRect& source, const TwipsRect& dest) override;
   void PushLayer(const TwipsRect& rect, Colour fill) override;
   void PopLayer(std::optional<Colour> key) override;
   bool DrawThemedButton(const TwipsRect& rect, int state) override;

@@ -48,6 +48,16 @@ void ToolTipWindow::Show(HWND owner, const RECT& area, const ToolTip& tip) noexc
     ::SendMessageW(w, TTM_SETTITLEW, static_cast<WPARAM>(tip.icon), reinterpret_cast<LPARAM>(title.c_str()));
   }
   ::SendMessageW(w, TTM_SETMAXTIPWIDTH, 0, kMaxTipWidth);
+  // The tip counts its delay from a pointer move it sees; the pointer may rest from now on.
+  POINT at{};
+  if (::GetCursorPos(&at) && ::ScreenToClient(owner, &at)) {
+    MSG move{};
+    move.hwnd = owner;
+    move.message = WM_MOUSEMOVE;
+    move.lParam = MAKELPARAM(at.x, at.y);
+    move.time = ::GetMessageTime();
+    ::SendMessageW(w, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
+  }
   if (tip.back_color) ::SendMessageW(w, TTM_SETTIPBKCOLOR, HostColour(*tip.back_color), 0);
 }
 

@@ -39,6 +39,8 @@ ScreenPoint Win32Ui::PointerPosition() {
 
 bool Win32Ui::AppThemed() { return theme_.AppThemed(); }
 
+void Win32Ui::EndMenu() { ::EndMenu(); }
+
 int Win32Ui::Run() {
   MSG msg{};
   int result;

@@ -21,6 +21,7 @@ class Win32Ui final : public Ui {
   void ReportError(std::string_view what) override;
   [[nodiscard]] ScreenPoint PointerPosition() override;
   [[nodiscard]] bool AppThemed() override;
+  void EndMenu() override;
 
   // Runs the event loop until the program ends; the exit code of WM_QUIT.
   int Run();
