@@ -43,7 +43,7 @@ int main() {
     const auto recorded = frame_bench::Measure(a.bytes, recording, a.frames, a.rounds, [&] { recording.Clear(); });
     NullPainter null;
     const auto own = frame_bench::Measure(a.bytes, null, a.frames, a.rounds);
-    std::printf("%s: recording painter %.2f us and %.1f allocations a frame change; control alone %.2f us and %.1f\n",
+    std::printf("%s: recording painter %.2f us and %.1f allocations a frame change; control alone %.2f us and %.1f allocations\n",
                 a.name, recorded.micros_per_frame, recorded.allocations_per_frame, own.micros_per_frame,
                 own.allocations_per_frame);
   }

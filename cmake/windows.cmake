@@ -19,7 +19,7 @@ target_link_options(Quillet PRIVATE ${QUILLET_STATIC_LINK})
 # The manifest and icon are read by windres; rebuild when they change.
 file(GLOB QUILLET_ART CONFIGURE_DEPENDS resources/art/*.gif)
 set_source_files_properties(resources/Quillet.rc PROPERTIES
-  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/resources/Quillet.manifest;${CMAKE_SOURCE_DIR}/resources/Quillet.ico;${CMAKE_SOURCE_DIR}/resources/hand.cur;${CMAKE_SOURCE_DIR}/resources/art.rc;${QUILLET_ART}")
+  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/resources/Quillet.manifest;${CMAKE_SOURCE_DIR}/resources/Quillet.ico;${CMAKE_SOURCE_DIR}/resources/hand.cur;${CMAKE_SOURCE_DIR}/resources/spinner.gif;${CMAKE_SOURCE_DIR}/resources/art.rc;${QUILLET_ART}")
 
 # GoogleTest from Debian's source package, built with this toolchain.
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)

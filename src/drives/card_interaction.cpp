@@ -34,6 +34,7 @@ void Form1::WireCard(CardArray array, Visual& element, int i) {
   element.on_mouse_move = [this, array, i](const MouseArgs&) { Card_MouseMove(array, i); };
   // The icon lies over the picture; a click on it goes nowhere.
   if (array != kDRIVEICON) element.on_click = [this, i] { Card_Click(i); };
+  if (array == kImageD || array == kDRIVEICON) WireCardDrop(array, element, i);
 }
 
 void Form1::Card_Click(int i) {

@@ -216,6 +216,7 @@ void Form1::WireHiddenControls() {
   Timer1.on_timer = [this] { ui().Guard([this] { Timer1_Timer(); }); };
   Timer2.on_timer = [this] { ui().Guard([this] { Timer2_Timer(); }); };
   Timer3.on_timer = [this] { ui().Guard([this] { Timer3_Timer(); }); };
+  WireFileDrop();
 }
 
 void Form1::WireVisuals() {

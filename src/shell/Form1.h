@@ -87,6 +87,10 @@ class Form1 : public Form {
   // The drives of the eject buttons, "E:".
   std::string cd_drive_field, usb_drive_field;
 
+  // File drop
+  // Deletes a folder with all in it: true when it was there and is gone.
+  bool KillFolder(std::string path);
+
  protected:
   void Form_Load() override;
   void Form_Unload() override;
@@ -149,6 +153,19 @@ class Form1 : public Form {
   ScreenPoint card_pointer_[4];  // each array's handler keeps its own
   std::int16_t pin_mode_ = 0;
   bool in_tray_ = false;
+
+  // File drop
+  void WireFileDrop();
+  void WireCardDrop(CardArray array, Visual& element, int i);
+  void ImageD_OLEDragOver(int i);
+  void Card_OLEDragDrop(int i, const std::vector<std::string>& paths);
+  bool CopyDropped(const std::string& s, const std::string& t, bool replace);
+  void ShowForm7();
+  void Timer5_Timer();
+  struct Form7Deleter {
+    void operator()(class Form7* splash) const;
+  };
+  std::unique_ptr<class Form7, Form7Deleter> form7_;  // the copy splash, made when first shown
 };
 
 }  // namespace quillet

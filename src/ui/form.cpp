@@ -28,6 +28,7 @@ void Form::Load() {
   if (peer_) return;
   peer_ = ui_.CreatePeer(*this);
   ui_.open_forms_.push_back(this);
+  if (accept_files_) peer_->AcceptFiles(true);
   Form_Load();
 }
 
@@ -169,6 +170,27 @@ void Form::HoverOver(Visual* visual) {
 
 void Form::DispatchTo(Visual& visual, MouseEventKind kind, MouseArgs args) {
   ui_.Guard([&] { visual.MouseInput(kind, args); });
+}
+
+bool Form::DispatchDragOver(int x, int y) {
+  Visual* target = HitTest(x, y);
+  if (target == nullptr || !target->on_ole_drag_drop) return false;
+  if (target->on_ole_drag_over) ui_.Guard([&] { target->on_ole_drag_over(x - target->Left(), y - target->Top()); });
+  return true;
+}
+
+bool Form::DispatchDrop(const std::vector<std::string>& paths, int x, int y) {
+  Visual* target = HitTest(x, y);
+  if (target == nullptr || !target->on_ole_drag_drop) return false;
+  // The handler may unload the control: it runs from a copy.
+  const auto drop = target->on_ole_drag_drop;
+  ui_.Guard([&] { drop(paths, x - target->Left(), y - target->Top()); });
+  return true;
+}
+
+void Form::AcceptFiles(bool accept) {
+  accept_files_ = accept;
+  if (peer_) peer_->AcceptFiles(accept);
 }
 
 void Form::DispatchKey(KeyEventKind kind, int key, int shift) {

@@ -23,6 +23,7 @@ struct FormArgs {
   TwipsRect bounds;
   bool border = true;          // false: no title bar, no system menu
   bool show_in_taskbar = true;
+  bool activate_on_show = true;  // false: showing leaves the active window as it is
   Colour back_color = Rgb(240, 240, 240);
 };
 
@@ -93,6 +94,12 @@ class Form {
   void DispatchMouse(MouseEventKind kind, const MouseArgs& args);
   // The pointer left the window.
   void DispatchMouseLeave();
+  // A file list dragged over or dropped at a point (client twips) goes to the
+  // control there, as the mouse would; true when that control takes drops.
+  bool DispatchDragOver(int x, int y);
+  bool DispatchDrop(const std::vector<std::string>& paths, int x, int y);
+  // Whether the window takes dropped files at all; kept across loads.
+  void AcceptFiles(bool accept);
   // Keys from the host go to the control with the focus; Tab moves the focus.
   void DispatchKey(KeyEventKind kind, int key, int shift);
   // Alt and a letter; true when a control took it.
@@ -150,6 +157,7 @@ class Form {
   Visual* focused_ = nullptr;
   const Visual* tip_owner_ = nullptr;
   bool active_ = false;
+  bool accept_files_ = false;
   std::unique_ptr<FormPeer> peer_;
 };
 

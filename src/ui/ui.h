@@ -36,6 +36,8 @@ class FormPeer {
   virtual int TrackPopupMenu(const PopupMenu& /*menu*/, ScreenPoint /*at*/, int /*flags*/, const TwipsRect& /*exclude*/) {
     return 0;
   }
+  // Whether the window takes files dropped on it; a host without drops may ignore it.
+  virtual void AcceptFiles(bool /*accept*/) {}
   // The screen position of the client area's top left, where the window has a frame.
   virtual std::optional<ScreenPoint> ClientOrigin() { return std::nullopt; }
 };

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "core/units.h"
 #include "ui/mouse.h"
@@ -58,6 +59,10 @@ class Visual {
 
   std::function<void(const MouseArgs&)> on_mouse_down, on_mouse_move, on_mouse_up;
   std::function<void()> on_click, on_dbl_click;
+  // A file list dragged over the control, and dropped on it (control twips).
+  // A control without a drop handler refuses drops.
+  std::function<void(int x, int y)> on_ole_drag_over;
+  std::function<void(const std::vector<std::string>& paths, int x, int y)> on_ole_drag_drop;
 
  protected:
   void Changed();

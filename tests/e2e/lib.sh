@@ -223,6 +223,15 @@ e2e_drive_sized() {
   e2e_drive "$letter" "$dir" "${4:-}" "${5:-}"
 }
 
+# e2e_three_drives: C: and two hard disks of exact sizes, E: "DATA" nearly
+# full and F: "BACKUP" a fifth used; no other drive.
+e2e_three_drives() {
+  e2e_drives_clear
+  e2e_drive_sized e 1000 970 hd "DATA" || return 1
+  e2e_drive_sized f 500 100 hd "BACKUP" || return 1
+  e2e_drives_apply
+}
+
 # e2e_drive_unplug LETTER / e2e_drive_plug LETTER DIR: while the program runs.
 e2e_drive_unplug() { rm -f "$WINEPREFIX/dosdevices/${1,,}:"; }
 e2e_drive_plug() { ln -sfn "$2" "$WINEPREFIX/dosdevices/${1,,}:"; }

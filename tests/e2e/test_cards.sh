@@ -21,13 +21,6 @@ CARD_WIDTH=156
 # px TWIPS: to whole pixels as the host rounds (half away from zero; all positive here).
 px() { echo $((($1 * 2 + TWIPS_PER_PIXEL) / (2 * TWIPS_PER_PIXEL))); }
 
-# C: and two hard disks of exact sizes; no other drive.
-give_three_drives() {
-  e2e_drives_clear
-  e2e_drive_sized e 1000 970 hd "DATA" || return 1
-  e2e_drive_sized f 500 100 hd "BACKUP" || return 1
-  e2e_drives_apply
-}
 
 
 # The bar's height is its header (600 twips) and 645 twips a card.
@@ -80,7 +73,7 @@ check_see_through() {
 three_cards() {
   local t="three drives"
   e2e_prefix_new
-  give_three_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
+  e2e_three_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
   e2e_install Quillet.exe || { e2e_fail "$t: program" "no Quillet.exe to test"; return; }
   e2e_start_and_wait "$t" || return
   check_size "$t"

@@ -18,12 +18,6 @@ SIDE=("CMD_POWER:141:21:13:13" "Image12:157:23:16:16" "Image10:159:112:16:16" "I
 NARROW=157 # 2350 twips
 WIDE=176   # 2640 twips
 
-give_three_drives() {
-  e2e_drives_clear
-  e2e_drive_sized e 1000 970 hd "DATA" || return 1
-  e2e_drive_sized f 500 100 hd "BACKUP" || return 1
-  e2e_drives_apply
-}
 
 # check_drawn TEST SHOT WX WY OPAQUE CONTROL...: each control shows its face
 # (OPAQUE: no desktop pixel inside its one-pixel inset) or its picture (at
@@ -59,7 +53,7 @@ start_bar() {
 hover_strip() {
   local t="hover strip" shot x y
   e2e_prefix_new
-  give_three_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
+  e2e_three_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
   start_bar "$t" || return
   e2e_wait_size "$E2E_WIN" "$NARROW" 169 10
   read -r x y _ _ <<<"$(e2e_geometry "$E2E_WIN")"
@@ -91,7 +85,7 @@ hover_strip() {
 red_pin_and_tip() {
   local t="red pin" shot x y frame
   e2e_prefix_new
-  give_three_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
+  e2e_three_drives || { e2e_fail "$t: drives" "could not make the test drives"; return; }
   e2e_set_setting pt 2
   start_bar "$t" || return
   if e2e_wait_size "$E2E_WIN" "$WIDE" 169 10; then e2e_pass "$t: the bar starts wide"

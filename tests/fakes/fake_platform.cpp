@@ -134,6 +134,30 @@ int ScriptedDialogs::MessageBox(std::string_view text, int style, std::string_vi
   return a;
 }
 
+bool PathLess::operator()(std::string_view a, std::string_view b) const {
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+    return std::tolower(static_cast<unsigned char>(x)) < std::tolower(static_cast<unsigned char>(y));
+  });
+}
+
+namespace {
+
+bool SamePath(std::string_view a, std::string_view b) { return !PathLess{}(a, b) && !PathLess{}(b, a); }
+
+// Whether `path` lies inside `folder`, and its part after "folder\".
+std::optional<std::string> Below(std::string_view path, std::string_view folder) {
+  if (path.size() <= folder.size() + 1 || path[folder.size()] != '\\') return std::nullopt;
+  if (!SamePath(path.substr(0, folder.size()), folder)) return std::nullopt;
+  return std::string(path.substr(folder.size() + 1));
+}
+
+std::string_view Trimmed(std::string_view path) {
+  while (path.size() > 3 && path.back() == '\\') path.remove_suffix(1);
+  return path;
+}
+
+}  // namespace
+
 std::optional<std::vector<std::uint8_t>> FakeFiles::ReadWholeFile(std::string_view path) {
   const std::string key(path);
   if (std::find(unreadable.begin(), unreadable.end(), key) != unreadable.end()) return std::vector<std::uint8_t>{};
@@ -169,10 +193,51 @@ std::unique_ptr<RegistryKey> FakeSystemInfo::OpenMachineKey(std::string_view pat
 }
 
 std::optional<std::uint32_t> FakeFiles::Attributes(std::string_view path) {
-  const std::string key(path);
-  if (const auto it = folders.find(key); it != folders.end()) return it->second;
-  if (files.count(key) != 0) return 0x20;  // archive
+  if (const auto it = folders.find(path); it != folders.end()) return it->second;
+  if (files.count(path) != 0) return 0x20;  // archive
   return std::nullopt;
+}
+
+bool FakeFiles::FolderExists(std::string_view path) { return folders.count(Trimmed(path)) != 0; }
+
+bool FakeFiles::ListingFinds(std::string_view path) { return Attributes(path).has_value(); }
+
+bool FakeFiles::DeleteFolder(std::string_view path) {
+  const std::string_view folder = Trimmed(path);
+  const auto it = folders.find(folder);
+  if (it == folders.end()) return false;
+  folders.erase(it);
+  std::erase_if(folders, [&](const auto& entry) { return Below(entry.first, folder).has_value(); });
+  std::erase_if(files, [&](const auto& entry) { return Below(entry.first, folder).has_value(); });
+  return true;
+}
+
+bool FakeFiles::CopyFolder(std::string_view source, std::string_view destination) {
+  const std::string from(Trimmed(source)), to(Trimmed(destination));
+  if (!FolderExists(from) || files.count(to) != 0) return false;
+  folders.emplace(to, folders.at(from));
+  for (const auto& [path, attributes] : std::map<std::string, std::uint32_t, PathLess>(folders))
+    if (const auto rest = Below(path, from)) folders.emplace(to + "\\" + *rest, attributes);
+  for (const auto& [path, bytes] : std::map<std::string, std::vector<std::uint8_t>, PathLess>(files))
+    if (const auto rest = Below(path, from); rest && !FileCopy(path, to + "\\" + *rest)) return false;
+  return true;
+}
+
+bool FakeFiles::FileCopy(std::string_view source, std::string_view destination) {
+  const auto it = files.find(source);
+  if (it == files.end() || folders.count(destination) != 0) return false;
+  if (on_copy) on_copy(std::string(source), std::string(destination));
+  if (copies_fail) return false;
+  const auto bytes = it->second;
+  files.insert_or_assign(std::string(destination), bytes);
+  return true;
+}
+
+bool FakeFiles::FileDelete(std::string_view path) {
+  const auto it = files.find(path);
+  if (it == files.end()) return false;
+  files.erase(it);
+  return true;
 }
 
 }  // namespace quillet::testing

@@ -4,6 +4,7 @@
 #include <array>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <map>
@@ -111,13 +112,30 @@ class ScriptedDialogs : public DialogService {
   std::deque<int> answers;  // answers in order; kAnswerOk when none is left
 };
 
+// Orders paths as Windows compares them: without regard to case.
+struct PathLess {
+  bool operator()(std::string_view a, std::string_view b) const;
+  using is_transparent = void;
+};
+
+// A tree of folders and files by full path, "E:\\a\\b.txt"; parents need not be listed.
 class FakeFiles : public FileService {
  public:
   std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path) override;
-  std::map<std::string, std::vector<std::uint8_t>> files;  // by exact path
-  std::vector<std::string> unreadable;                     // there, but every read fails
   std::optional<std::uint32_t> Attributes(std::string_view path) override;
-  std::map<std::string, std::uint32_t> folders;  // by exact path, with their attributes
+  bool FolderExists(std::string_view path) override;
+  bool ListingFinds(std::string_view path) override;
+  bool DeleteFolder(std::string_view path) override;
+  bool CopyFolder(std::string_view source, std::string_view destination) override;
+  bool FileCopy(std::string_view source, std::string_view destination) override;
+  bool FileDelete(std::string_view path) override;
+
+  std::map<std::string, std::vector<std::uint8_t>, PathLess> files;
+  std::vector<std::string> unreadable;                     // there, but every read fails
+  std::map<std::string, std::uint32_t, PathLess> folders;  // with their attributes
+  bool copies_fail = false;                                // as on a full drive
+  // Runs at each copy of a file, before it is made.
+  std::function<void(const std::string& source, const std::string& destination)> on_copy;
 };
 
 // The program's pictures as committed under resources/art, found by name.

@@ -4,6 +4,7 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "drive_icons.h"
 #include "panel.h"
 
 namespace quillet::art {
@@ -43,18 +44,6 @@ void EjectSign(Canvas& canvas, double cx, double y0) {
   canvas.Fill(Offset(Grow(sign, 1), 0, 1), Solid(kBlack), 0.35);
   canvas.Fill(Grow(sign, 0.9), Solid(kOutline));
   canvas.Fill(sign, Vertical({{tip, kWhite}, {bar + 2.5, Hex(0xB8C2CE)}}));
-}
-
-// Silver with a rainbow sheen that turns with the angle, as a pressed disc shows.
-Paint DiscSurface(double cx, double cy, double radius) {
-  return [=](double x, double y) {
-    const double a = std::atan2(y - cy, x - cx);
-    const double r = std::hypot(x - cx, y - cy) / radius;
-    const double sheen = 0.5 + 0.5 * std::cos(2 * (a + std::numbers::pi / 4));
-    const Rgb tint{0.5 + 0.5 * std::cos(3 * a), 0.5 + 0.5 * std::cos(3 * a - 2.1), 0.5 + 0.5 * std::cos(3 * a + 2.1)};
-    const Rgb silver = Mix(Hex(0x9AA3AE), Hex(0xF4F6F8), 0.25 + 0.75 * sheen * (0.6 + 0.4 * r));
-    return Mix(silver, tint, 0.22);
-  };
 }
 
 void Disc(Canvas& canvas, double cx, double cy, double r) {

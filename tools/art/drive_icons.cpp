@@ -75,6 +75,8 @@ void HomeBadge(Canvas& canvas, double x, double y) {
   canvas.Fill(house, Solid(kWhite));
 }
 
+}  // namespace
+
 // Silver with a rainbow sheen that turns with the angle, as a pressed disc shows.
 Paint DiscSurface(double cx, double cy, double radius) {
   return [=](double x, double y) {
@@ -87,7 +89,6 @@ Paint DiscSurface(double cx, double cy, double radius) {
   };
 }
 
-}  // namespace
 
 Picture HardDisk(const Paint& card) {
   Canvas canvas(kWidth, kHeight);

@@ -13,4 +13,7 @@ Picture HardDisk(const Paint& card);
 Picture OpticalDisc(const Paint& card);
 Picture RemovableDisk(const Paint& card);
 
+// Silver with a rainbow sheen that turns with the angle, as a pressed disc shows.
+Paint DiscSurface(double cx, double cy, double radius);
+
 }  // namespace quillet::art

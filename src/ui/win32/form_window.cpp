@@ -62,7 +62,11 @@ WindowArgs FormWindow::ArgsFor(const Form& form, const PixelScale& scale) {
 }
 
 FormWindow::FormWindow(Form& form, PixelScale scale, ThemeLibrary& theme)
-    : form_(form), scale_(scale), theme_(theme) {
+    : form_(form), scale_(scale), theme_(theme), drops_([this](POINT p) {
+        bool taken = false;
+        form_.ui().Guard([&] { taken = form_.DispatchDragOver(scale_.ToTwips(p.x), scale_.ToTwips(p.y)); });
+        return taken;
+      }) {
   if (!Create(ArgsFor(form, scale)))
     throw std::runtime_error("The window of " + form.Name() + " cannot be created");
   if (form.Layering().Layered()) LayeringChanged();
@@ -79,6 +83,7 @@ void FormWindow::LayeringChanged() {
 
 FormWindow::~FormWindow() {
   *alive_ = false;
+  drops_.Accept(hwnd(), false);
   Destroy();
 }
 
@@ -100,7 +105,9 @@ void FormWindow::VisibleChanged() {
     case kMaximized: ::ShowWindow(hwnd(), SW_SHOWMAXIMIZED); break;
     default:
       // A form made normal while hidden may still be an icon.
-      ::ShowWindow(hwnd(), ::IsIconic(hwnd()) || ::IsZoomed(hwnd()) ? SW_SHOWNORMAL : SW_SHOW);
+      ::ShowWindow(hwnd(), ::IsIconic(hwnd()) || ::IsZoomed(hwnd()) ? SW_SHOWNORMAL
+                           : form_.Args().activate_on_show                 ? SW_SHOW
+                                                                           : SW_SHOWNOACTIVATE);
       break;
   }
 }
@@ -156,6 +163,17 @@ LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexce
       const bool active = LOWORD(wparam) != WA_INACTIVE;
       form_.ui().Guard([&] { form_.SetActive(active); });
       break;
+    }
+    case WM_DROPFILES:
+      if (const auto drop = drops_.Read(reinterpret_cast<HDROP>(wparam))) Dropped(*drop);
+      return 0;
+    case FileDrops::kDropMessage: {
+      const auto alive = alive_;
+      while (const auto drop = drops_.TakePending()) {
+        Dropped(*drop);
+        if (!*alive) return 0;
+      }
+      return 0;
     }
     case WM_CLOSE:
       // The form decides; unloading it destroys the window.
@@ -241,6 +259,13 @@ bool FormWindow::SetHandCursor() noexcept {
   if (hand == nullptr) hand = ::LoadCursorW(nullptr, IDC_HAND);
   ::SetCursor(hand);
   return true;
+}
+
+void FormWindow::AcceptFiles(bool accept) { drops_.Accept(hwnd(), accept); }
+
+void FormWindow::Dropped(const FileDrop& drop) noexcept {
+  const int x = scale_.ToTwips(drop.client.x), y = scale_.ToTwips(drop.client.y);
+  form_.ui().Guard([&] { (void)form_.DispatchDrop(drop.paths, x, y); });
 }
 
 void FormWindow::ShowToolTip(const TwipsRect& area, const ToolTip& tip) {

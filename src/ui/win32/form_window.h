@@ -7,6 +7,7 @@
 
 #include "ui/form.h"
 #include "ui/win32/back_buffer.h"
+#include "ui/win32/drop_target.h"
 #include "ui/win32/base_window.h"
 #include "ui/win32/gdi_painter.h"
 #include "ui/win32/pixel_scale.h"
@@ -34,6 +35,7 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   void HideToolTip() override;
   int TrackPopupMenu(const PopupMenu& menu, ScreenPoint at, int flags, const TwipsRect& exclude) override;
   std::optional<ScreenPoint> ClientOrigin() override;
+  void AcceptFiles(bool accept) override;
 
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept;
 
@@ -47,6 +49,7 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   void SyncBoundsFromWindow() noexcept;
   bool Key(UINT message, WPARAM wparam) noexcept;
   bool SetHandCursor() noexcept;
+  void Dropped(const FileDrop& drop) noexcept;
 
   Form& form_;
   PixelScale scale_;
@@ -54,6 +57,7 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   FontCache fonts_;
   BackBuffer buffer_;
   ToolTipWindow tip_;
+  FileDrops drops_;
   bool tracking_leave_ = false;
   // A handler may unload the form and so destroy this object while one of
   // its messages is being answered; the handler's caller checks this first.
