@@ -138,6 +138,16 @@ LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexce
       return 1;  // the paint covers every pixel
     case WM_PAINT:
       Paint();
+      // Taking drops loads ole32 and shell32: the window shows first.
+      if (!painted_) {
+        painted_ = true;
+        if (accept_files_) ::SetTimer(hwnd(), kAcceptFilesTimer, 0, nullptr);
+      }
+      return 0;
+    case WM_TIMER:
+      if (wparam != kAcceptFilesTimer) break;
+      ::KillTimer(hwnd(), kAcceptFilesTimer);
+      drops_.Accept(hwnd(), accept_files_);
       return 0;
     case WM_MOUSEMOVE:
       if (!tracking_leave_) {
@@ -261,7 +271,10 @@ bool FormWindow::SetHandCursor() noexcept {
   return true;
 }
 
-void FormWindow::AcceptFiles(bool accept) { drops_.Accept(hwnd(), accept); }
+void FormWindow::AcceptFiles(bool accept) {
+  accept_files_ = accept;
+  if (painted_ || !accept) drops_.Accept(hwnd(), accept);
+}
 
 void FormWindow::Dropped(const FileDrop& drop) noexcept {
   const int x = scale_.ToTwips(drop.client.x), y = scale_.ToTwips(drop.client.y);

@@ -63,6 +63,10 @@ class FormWindow final : public BaseWindow<FormWindow>, public FormPeer {
   // its messages is being answered; the handler's caller checks this first.
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
   bool applying_bounds_ = false;
+  // Drops are taken from the first idle moment after the first paint on.
+  static constexpr UINT_PTR kAcceptFilesTimer = 1;
+  bool painted_ = false;
+  bool accept_files_ = false;
 };
 
 }  // namespace quillet::win32

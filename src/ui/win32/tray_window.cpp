@@ -21,11 +21,24 @@ TrayWindow::TrayWindow() {
 
 TrayWindow::~TrayWindow() {
   // An icon left behind would stand in the tray until the pointer passes it.
-  if (added_) NotifyIcon(NIM_DELETE, NotifyIconRecord{});
+  if (added_) Apply(NIM_DELETE, NotifyIconRecord{});
   Destroy();
 }
 
 bool TrayWindow::NotifyIcon(int message, const NotifyIconRecord& record) {
+  if (!started_) {
+    if (message == NIM_DELETE) {
+      first_icon_.reset();
+    } else {
+      if (!first_icon_) ::SetTimer(hwnd(), kFirstIconTimer, 0, nullptr);
+      first_icon_ = record;
+    }
+    return true;
+  }
+  return Apply(message, record);
+}
+
+bool TrayWindow::Apply(int message, const NotifyIconRecord& record) {
   if (!shell32_) shell32_.reset(::LoadLibraryW(L"shell32.dll"));
   if (!shell32_) return false;
   const auto notify = reinterpret_cast<ShellNotifyIconFn>(
@@ -53,6 +66,13 @@ bool TrayWindow::NotifyIcon(int message, const NotifyIconRecord& record) {
 }
 
 LRESULT TrayWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept {
+  if (message == WM_TIMER && wparam == kFirstIconTimer) {
+    ::KillTimer(hwnd(), kFirstIconTimer);
+    started_ = true;
+    if (first_icon_) Apply(NIM_ADD, *first_icon_);
+    first_icon_.reset();
+    return 0;
+  }
   // The shell's callback carries the mouse message of the icon in its second argument.
   if (message == callback_message_ && callback_message_ != 0 && on_icon_event) {
     on_icon_event(static_cast<int>(lparam));

@@ -2,6 +2,8 @@
 // shell tells of clicks on the icon. shell32 is loaded at the first call.
 #pragma once
 
+#include <optional>
+
 #include "platform/notification_area.h"
 #include "ui/win32/base_window.h"
 
@@ -16,10 +18,17 @@ class TrayWindow final : public BaseWindow<TrayWindow>, public NotificationAreaS
   TrayWindow();
   ~TrayWindow() override;
 
+  // The first icon goes in at the first idle moment, after the windows of the
+  // start have painted: shell32 costs the start a good part of its time.
   bool NotifyIcon(int message, const NotifyIconRecord& record) override;
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) noexcept;
 
  private:
+  bool Apply(int message, const NotifyIconRecord& record);
+
+  static constexpr UINT_PTR kFirstIconTimer = 1;
+  bool started_ = false;
+  std::optional<NotifyIconRecord> first_icon_;
   UniqueModule shell32_;
   UniqueIcon icon_;
   UINT callback_message_ = 0;
