@@ -62,6 +62,13 @@ void Form1::Card_OLEDragDrop(int i, const std::vector<std::string>& paths) {
       Image19.SetVisible(false);
       return;
     }
+    // Replacing the folder that holds the item would delete the item before its copy.
+    if (s.size() > t.size() && SamePath(std::string_view(s).substr(0, t.size() + 1), t + "\\")) {
+      Image19.SetVisible(false);
+      platform_.dialogs.MessageBox("Cannot copy " + s + " to " + t + ": it lies inside it.", kOkOnly | kExclamation,
+                                   "Quillet");
+      return;
+    }
     const bool there = platform_.files.ListingFinds(t);
     if (there && platform_.dialogs.MessageBox(t + "\r\n\r\n", kYesNo, "already exists do you want overwrite?") !=
                      kAnswerYes)

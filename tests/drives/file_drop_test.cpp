@@ -91,7 +91,11 @@ TEST_F(FileDrop, AFailingCopyEndsTheDropWithAMessageTheSplashClosedAndTheMarkerH
       {"a file over a folder of its name, answered Yes", false, {"C:\\in\\notes", "C:\\in\\one.txt"},
        "Cannot copy C:\\in\\notes to E:\\notes."},
       {"a full drive", true, {"C:\\in\\one.txt", "C:\\in\\three.txt"}, "Cannot copy C:\\in\\one.txt to E:\\one.txt."},
+      {"a folder from inside the folder it would replace", false, {"e:\\Pics\\pics", "C:\\in\\one.txt"},
+       "Cannot copy e:\\Pics\\pics to E:\\pics: it lies inside it."},
   };
+  fake.files.folders["E:\\pics\\pics"] = 16;
+  fake.files.files["E:\\pics\\pics\\c.jpg"] = Bytes("inner");
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     fake.files.copies_fail = c.full;
@@ -101,6 +105,7 @@ TEST_F(FileDrop, AFailingCopyEndsTheDropWithAMessageTheSplashClosedAndTheMarkerH
     ASSERT_TRUE(form->Image19.Visible());
     DropOn(2, c.drop);
     EXPECT_EQ(Content("E:\\notes\\keep.txt"), "old E:\\notes\\keep.txt");
+    EXPECT_EQ(Content("E:\\pics\\pics\\c.jpg"), "inner");
     EXPECT_EQ(Content("E:\\one.txt"), "<none>");
     EXPECT_EQ(Content("E:\\three.txt"), "<none>");
     ASSERT_FALSE(fake.dialogs.shown.empty());
