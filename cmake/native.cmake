@@ -26,6 +26,6 @@ target_compile_options(make_spinner PRIVATE ${QUILLET_WARNINGS})
 # The art generator for the side bar's pictures, icon and cursor; its output is committed under resources/.
 add_executable(make_art tools/art/make_art.cpp tools/art/canvas.cpp tools/art/gif_file.cpp tools/art/ico_file.cpp
                         tools/art/panel.cpp tools/art/drive_icons.cpp tools/art/quick_icons.cpp
-                        tools/art/card_marks.cpp tools/art/tray_icons.cpp)
+                        tools/art/card_marks.cpp tools/art/tray_icons.cpp tools/art/launch_art.cpp)
 target_link_libraries(make_art PRIVATE quillet_portable)
 target_compile_options(make_art PRIVATE ${QUILLET_WARNINGS})

@@ -28,6 +28,10 @@ class FileService {
   // Copies one file, replacing a file of that name.
   [[nodiscard]] virtual bool FileCopy(std::string_view source, std::string_view destination) = 0;
   [[nodiscard]] virtual bool FileDelete(std::string_view path) = 0;
+  // Writes `bytes` as the whole file at `path`, replacing one that is there.
+  [[nodiscard]] virtual bool WriteWholeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) = 0;
+  // Makes one folder; its parent must be there.
+  [[nodiscard]] virtual bool CreateFolder(std::string_view path) = 0;
 };
 
 }  // namespace quillet

@@ -112,6 +112,7 @@ Form1::Form1(Ui& ui, Platform& platform)
       Image4("Image4", {}, false, false), Image13("Image13", {}, false, false), Image14("Image14", {}, false, false),
       Image23("Image23", {}, false, false), Image24("Image24", {}, false, false),
       Image25("Image25", {}, false, false),
+      ps("ps", {0, 0, 405, 405}, ui.Screen().twips_per_pixel, false),
       platform_(platform),
       drive_monitor_(platform.drives) {
   LoadArt();
@@ -156,6 +157,8 @@ void Form1::LoadArt() {
   lumbutton4.SetPictureNormal(art("TASK_MANAGER"));
   lumbutton5.SetPictureNormal(art("RUN"));
   ImageD(0).SetPicture(LoadGifPicture(platform_.resources, "NORMAL", "#101"));
+  ps.SetBackColor(0x626262);
+  ps.SetPicture(art("LAUNCH_EMPTY"));
   Imagebar(0).SetPicture(Image1.Picture());
 }
 
@@ -262,9 +265,7 @@ void Form1::Form_Load() {
   PassOver([&] { Command1.Press(); });
   PassOver([&] { SysTray1.Show(true); });
   PassOver([&] { Caption1.SetCaption(FormatUptime(static_cast<std::int32_t>(platform_.clock.TickCount()), 3)); });
-  PassOver([&] {
-    if (Setting("LB").empty()) Save("LB", "E");
-  });
+  ShowLaunchBarAtStart();
   PassOver([&] {
     if (Setting("Hotkey") == "1") Timer6.SetEnabled(true);
   });

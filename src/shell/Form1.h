@@ -10,6 +10,7 @@
 #include "ui/control_array.h"
 #include "ui/form.h"
 #include "ui/hidden_controls.h"
+#include "ui/picture_box.h"
 #include "ui/timer.h"
 #include "ui/visual.h"
 #include "widgets/Caption.h"
@@ -19,6 +20,8 @@
 #include "widgets/lumbutton.h"
 
 namespace quillet {
+
+class Form11;
 
 class Form1 : public Form {
  public:
@@ -90,6 +93,14 @@ class Form1 : public Form {
   // File drop
   // Deletes a folder with all in it: true when it was there and is gone.
   bool KillFolder(std::string path);
+
+  // Launch bar
+  PictureBox ps;  // the picture of an empty slot, in a frame no one sees
+  // The launch bar window, made at the first use; it loads when its
+  // controls are touched.
+  quillet::Form11& Form11();
+  // Paints every slot again from its saved target, in the current ground colour.
+  void QL_Replace();
 
  protected:
   void Form_Load() override;
@@ -166,6 +177,13 @@ class Form1 : public Form {
     void operator()(class Form7* splash) const;
   };
   std::unique_ptr<class Form7, Form7Deleter> form7_;  // the copy splash, made when first shown
+
+  // Launch bar
+  void ShowLaunchBarAtStart();
+  struct Form11Deleter {
+    void operator()(quillet::Form11* bar) const;
+  };
+  std::unique_ptr<quillet::Form11, Form11Deleter> form11_;
 };
 
 }  // namespace quillet

@@ -1,5 +1,8 @@
 #include "shell/Menu.h"
 
+#include <vector>
+
+#include "launch/Form11.h"
 #include "shell/Form1.h"
 
 namespace quillet {
@@ -65,11 +68,29 @@ void Menu::reset_Click() {
   if (platform_.dialogs.MessageBox("Are You Sure ?", kYesNo, "reset position") != kAnswerYes) return;
   form1_.SetTop(0);
   form1_.SetLeft(0);
-  // The launch bar that follows the side bar is still to come.
+  // The launch bar follows, loaded if it was closed; beside a bar at the
+  // left it stands one width further out than at start.
+  Form11& bar = form1_.Form11();
+  bar.Load();
+  if (ui().Screen().width_twips / 2 < form1_.Left())
+    bar.SetLeft(form1_.Left() - bar.Width());
+  else
+    bar.SetLeft(form1_.Width() + form1_.Left() + bar.Width());
+  bar.SetTop(form1_.ImageD(1).Top() + form1_.Top());
 }
 
-// Shows or hides the launch bar, which is still to come.
-void Menu::QL_Click() { Timer1.SetEnabled(false); }
+// Closes an open launch bar, else shows it. The walk goes over the windows
+// open when it starts, so the bar it shows isn't met and closed again.
+void Menu::QL_Click() {
+  Timer1.SetEnabled(false);
+  for (Form* form : std::vector<Form*>(ui().OpenForms())) {
+    if (form->Name() == "Form11") {
+      form->Unload();
+      break;
+    }
+    form1_.Form11().Show();
+  }
+}
 
 void Menu::Hide_Click() {
   if (form1_.GetWindowState() == kNormal) {

@@ -240,6 +240,42 @@ bool FakeFiles::FileDelete(std::string_view path) {
   return true;
 }
 
+bool FakeFiles::WriteWholeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) {
+  if (writes_fail || folders.count(path) != 0) return false;
+  files.insert_or_assign(std::string(path), bytes);
+  return true;
+}
+
+bool FakeFiles::CreateFolder(std::string_view path) {
+  if (Attributes(path)) return false;
+  folders.emplace(std::string(Trimmed(path)), 16u);  // a folder
+  return true;
+}
+
+namespace {
+
+class FakeShellIcon : public ShellIcon {
+ public:
+  explicit FakeShellIcon(std::uint32_t colour) : colour_(colour) {}
+  std::vector<std::uint32_t> Render(int width, int height) const override {
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), colour_);
+    if (!pixels.empty()) pixels[0] = 0;
+    return pixels;
+  }
+
+ private:
+  std::uint32_t colour_;
+};
+
+}  // namespace
+
+std::unique_ptr<ShellIcon> FakeShell::ExtractAssociatedIcon(std::string& path) {
+  const auto it = icons.find(path);
+  if (it == icons.end()) return nullptr;
+  if (!it->second.program.empty()) path = it->second.program;
+  return std::make_unique<FakeShellIcon>(it->second.colour);
+}
+
 }  // namespace quillet::testing
 
 namespace quillet::testing {

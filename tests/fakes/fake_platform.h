@@ -129,11 +129,14 @@ class FakeFiles : public FileService {
   bool CopyFolder(std::string_view source, std::string_view destination) override;
   bool FileCopy(std::string_view source, std::string_view destination) override;
   bool FileDelete(std::string_view path) override;
+  bool WriteWholeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) override;
+  bool CreateFolder(std::string_view path) override;
 
   std::map<std::string, std::vector<std::uint8_t>, PathLess> files;
   std::vector<std::string> unreadable;                     // there, but every read fails
   std::map<std::string, std::uint32_t, PathLess> folders;  // with their attributes
   bool copies_fail = false;                                // as on a full drive
+  bool writes_fail = false;                                // the same for written files
   // Runs at each copy of a file, before it is made.
   std::function<void(const std::string& source, const std::string& destination)> on_copy;
 };
@@ -142,6 +145,14 @@ class FakeFiles : public FileService {
 class FakeResources : public ResourceService {
  public:
   std::optional<std::vector<std::uint8_t>> Resource(std::string_view type, std::string_view name) override;
+};
+
+// What the system knows of a file's icon: its colour (drawn as a square
+// with a see-through top-left pixel) and the program that opens it, which
+// replaces the path as the system does for a document.
+struct FakeIcon {
+  std::uint32_t colour = 0xFF0000FF;
+  std::string program;
 };
 
 class FakeShell : public ShellService {
@@ -160,6 +171,13 @@ class FakeShell : public ShellService {
     runs.push_back({std::string(command_line), show});
     return true;
   }
+  std::unique_ptr<ShellIcon> ExtractAssociatedIcon(std::string& path) override;
+  std::string ShortcutTarget(std::string_view path) override {
+    const auto it = shortcuts.find(std::string(path));
+    return it == shortcuts.end() ? std::string() : it->second;
+  }
+  std::map<std::string, FakeIcon> icons;  // by path; other paths have none
+  std::map<std::string, std::string> shortcuts;
   std::vector<Call> calls;
   struct Run {
     std::string command_line;

@@ -57,5 +57,36 @@ TEST(Win32FilesTest, SomethingThereButUnreadableGivesNoBytes) {
   ::DeleteFileW(Widen(locked).c_str());
 }
 
+TEST(Win32FilesTest, WriteWholeFileReplacesWhatWasThere) {
+  Win32Files files;
+  const std::string path = TempFolder() + "quillet slot \xC3\xA9.bmp";
+  std::vector<std::uint8_t> bytes(70000);
+  for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(i * 13);
+  EXPECT_TRUE(files.WriteWholeFile(path, bytes));
+  EXPECT_EQ(files.ReadWholeFile(path), bytes);
+
+  const std::vector<std::uint8_t> shorter{'B', 'M', 0};
+  EXPECT_TRUE(files.WriteWholeFile(path, shorter));
+  EXPECT_EQ(files.ReadWholeFile(path), shorter);
+  EXPECT_TRUE(files.WriteWholeFile(path, {}));
+  EXPECT_EQ(files.Attributes(path).has_value(), true);
+  ::DeleteFileW(Widen(path).c_str());
+
+  EXPECT_FALSE(files.WriteWholeFile(TempFolder() + "quillet no such folder\\slot.bmp", shorter));
+}
+
+TEST(Win32FilesTest, CreateFolderMakesOneFolderOnce) {
+  Win32Files files;
+  const std::string folder = TempFolder() + "quillet launch \xE2\x82\xAC";
+  ::RemoveDirectoryW(Widen(folder).c_str());
+  EXPECT_TRUE(files.CreateFolder(folder));
+  EXPECT_TRUE(files.FolderExists(folder));
+  EXPECT_FALSE(files.CreateFolder(folder));
+  // Its parent must be there.
+  EXPECT_FALSE(files.CreateFolder(folder + "\\missing\\child"));
+  EXPECT_FALSE(files.FolderExists(folder + "\\missing"));
+  ::RemoveDirectoryW(Widen(folder).c_str());
+}
+
 }  // namespace
 }  // namespace quillet::win32

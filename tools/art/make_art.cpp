@@ -1,9 +1,9 @@
 // Writes the side bar's pictures as GIF files into RESOURCES_DIR/art: the
 // meter bars, the drive icons, the default card background, the handle strip
 // with its lit exit and options marks, the quick buttons' icons, the side
-// controls and the marks laid over a card; and into RESOURCES_DIR itself the
-// program's icon and the eject buttons' hand cursor. The same bytes come out
-// on every run.
+// controls, the marks laid over a card and the launch bar's empty slot and
+// buttons; and into RESOURCES_DIR itself the program's icon and the eject
+// buttons' hand cursor. The same bytes come out on every run.
 // Usage: make_art RESOURCES_DIR
 #include <cstdint>
 #include <cstdio>
@@ -18,6 +18,7 @@
 #include "drive_icons.h"
 #include "gif_file.h"
 #include "ico_file.h"
+#include "launch_art.h"
 #include "panel.h"
 #include "quick_icons.h"
 #include "tray_icons.h"
@@ -94,6 +95,10 @@ std::vector<Output> Outputs() {
       Gif("drop_marker.gif", [] { return DropMarker(); }),
       Gif("eject_disc.gif", [] { return EjectDisc(); }),
       Gif("eject_usb.gif", [] { return EjectUsb(); }),
+      Gif("launch_empty.gif", [] { return LaunchEmpty(); }),
+      Gif("launch_add.gif", [] { return LaunchAdd(); }),
+      Gif("launch_remove.gif", [] { return LaunchRemove(); }),
+      Gif("launch_close.gif", [] { return LaunchClose(); }),
       {"Quillet.ico", [] { return EncodeIcon({AppIcon(16), AppIcon(32), AppIcon(48)}); }},
       {"hand.cur", [] { return EncodeCursor(HandCursor(), kHandHotX, kHandHotY); }},
   };

@@ -1,6 +1,6 @@
 // The one way Win32 code includes <windows.h>: lean, without min/max, and
 // without the A/W name macros that would rename our own MessageBox,
-// DrawText and ShellExecute members in some translation units and not in others.
+// DrawText, ShellExecute and ExtractAssociatedIcon members in some translation units and not in others.
 #pragma once
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -15,3 +15,4 @@
 #undef MessageBox
 #undef DrawText
 #undef ShellExecute
+#undef ExtractAssociatedIcon

@@ -127,4 +127,19 @@ bool Win32Files::FileCopy(std::string_view source, std::string_view destination)
 
 bool Win32Files::FileDelete(std::string_view path) { return ::DeleteFileW(Widen(path).c_str()) != FALSE; }
 
+bool Win32Files::WriteWholeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) {
+  if (bytes.size() > MAXDWORD) return false;
+  const UniqueFile file(::CreateFileW(Widen(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  if (bytes.empty()) return true;
+  const auto size = static_cast<DWORD>(bytes.size());
+  DWORD written = 0;
+  return ::WriteFile(file.get(), bytes.data(), size, &written, nullptr) && written == size;
+}
+
+bool Win32Files::CreateFolder(std::string_view path) {
+  return ::CreateDirectoryW(Widen(path).c_str(), nullptr) != FALSE;
+}
+
 }  // namespace quillet::win32

@@ -15,6 +15,8 @@ class Win32Files : public FileService {
   [[nodiscard]] bool CopyFolder(std::string_view source, std::string_view destination) override;
   [[nodiscard]] bool FileCopy(std::string_view source, std::string_view destination) override;
   [[nodiscard]] bool FileDelete(std::string_view path) override;
+  [[nodiscard]] bool WriteWholeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) override;
+  [[nodiscard]] bool CreateFolder(std::string_view path) override;
 };
 
 }  // namespace quillet::win32
