@@ -1,5 +1,6 @@
 #include "launch/Form11.h"
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 
@@ -23,6 +24,9 @@ std::unique_ptr<PictureBox> SlotTemplate(double twips_per_pixel) {
   box->SetBackColor(kSlotGrey);
   return box;
 }
+
+// The number of slots `Form1.Text6` asks for; slot numbers are 16-bit.
+int SlotCount(const HiddenTextBox& text6) { return static_cast<int>(std::clamp(Val(text6.Text()), 0.0, 32767.0)); }
 
 // The height of a window of `count` slots, `extra` below them.
 int ColumnHeight(int count, int slot_height, int extra) { return count * slot_height + slot_height + extra; }
@@ -122,7 +126,7 @@ void Form11::Form_Load() {
   }
   SetBackColor(kKeyColour);
   (void)LoadSlotBitmap(p(1), 1);
-  const int count = static_cast<int>(Val(form1_.Text6.Text()));
+  const int count = SlotCount(form1_.Text6);
   for (int i = 2; i <= count; ++i) {
     if (!p.Load(i)) continue;
     if (!LoadSlotBitmap(p(i), i)) p(i).SetPicture(form1_.ps.ImagePtr(), p(i).TwipsPerPixel());
@@ -168,7 +172,7 @@ void Form11::Caption1_MouseMove(const MouseArgs& args) {
 }
 
 void Form11::Image13_Click() {
-  const int n = static_cast<int>(Val(form1_.Text6.Text())) + 1;
+  const int n = SlotCount(form1_.Text6) + 1;
   if (p.Count() >= n) return;
   if (!p.Load(n)) return;
   p(n).SetPicture(form1_.ps.ImagePtr(), p(n).TwipsPerPixel());
